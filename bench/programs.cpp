@@ -1,0 +1,126 @@
+#include "bench/programs.h"
+
+#include <string>
+
+#include "tests/support/object_builder.h"
+
+namespace scan695::bench {
+
+using namespace test;
+
+namespace {
+
+constexpr uint32_t FIRST_TYPE = 0x100;
+constexpr uint32_t INT = 16;
+
+std::string Numbered(const char* stem, uint32_t number) {
+    return stem + std::to_string(number);
+}
+
+// Code of one segment at 0, so that module ranges are worked out.
+ObjectFile WithCode(ObjectFile file) {
+    file.segments = Segment(1, Memory::kCode, "TEXT", 0, 0x1000);
+    file.data = UseSegment(1) + Load(Times(16, {0x90}));
+    file.trailer = BracketTrailer(0);
+    return file;
+}
+
+// Every tenth definition is a pointer to the type five places further on; structs and arrays
+// between.
+TypeDef NumberedType(uint32_t i, uint32_t per_block) {
+    const uint32_t further = FIRST_TYPE + (i + 5) % per_block;
+    const uint32_t before = FIRST_TYPE + i / 2;
+    if (i % 10 == 3) return def::SmallPointer(further);
+    if (i % 10 == 7) return def::Struct(4, {{"a", INT, 0}, {"b", INT, 2}});
+    return i % 2 == 0 ? def::SmallPointer(INT)
+                      : def::Array(before == FIRST_TYPE + i ? INT : before, 3);
+}
+
+Bytes GlobalsModule(uint32_t count) {
+    Bytes body;
+    for (uint32_t i = 0; i < count; ++i)
+        body += GlobalVariable(0x46 + i, Numbered("global_", i), INT, 0x10000 + 2 * i);
+    return Bb1("MAIN_C", {}) + Bb3("MAIN_C", body);
+}
+
+}  // namespace
+
+Bytes TypesProgram(uint32_t count, uint32_t per_block) {
+    Bytes debug;
+    for (uint32_t done = 0; done < count; done += per_block) {
+        Bytes body;
+        for (uint32_t i = 0; i < per_block; ++i)
+            body += NamedType(0x46, Numbered("t", i), FIRST_TYPE + i, NumberedType(i, per_block));
+        debug += Bb1(Numbered("M", done), body) + Bb3(Numbered("M", done), {});
+    }
+    return Build(WithCode({.debug = debug}));
+}
+
+Bytes SymbolsProgram(uint32_t count) {
+    Bytes external;
+    for (uint32_t i = 0; i < count; ++i)
+        external += PublicSymbol(32 + i, Numbered("_public_", i), 15, 19, 0x20000 + i, 1);
+    return Build(WithCode({.external = external + Bytes{0xE1}, .debug = GlobalsModule(count)}));
+}
+
+Bytes AsmSymbolsProgram(uint32_t count) {
+    Bytes body;
+    Bytes external;
+    for (uint32_t i = 0; i < count; ++i) {
+        const std::string name = Numbered("_label_", i);
+        body += AsmSymbol(0x46 + i, name, 15, 0, 2, 1);
+        external += PublicSymbol(32 + i, name, 15, 19, 0x20000 + i, 1);
+    }
+    return Build(WithCode({.external = external + Bytes{0xE1}, .debug = Bb10("START", body)}));
+}
+
+Bytes StackPointsProgram(uint32_t count) {
+    Bytes functions;
+    Bytes points = Nn(0x46, "");
+    for (uint32_t i = 0; i < count / 2; ++i) {
+        const uint32_t address = 0x1000 + 16 * i;
+        functions += Bb4(
+            {.name = Numbered("f", i), .type = FIRST_TYPE, .begin = address, .end = address + 15});
+        points += StackPoint(0x46, address + 2, 4) + StackPoint(0x46, address + 8, 0);
+    }
+    const Bytes types = NamedType(0x46, "f", FIRST_TYPE, def::Function({.returns = 0}));
+    return Build(WithCode(
+        {.debug = Bb1("MAIN_C", types) + Bb3("MAIN_C", functions) + Bb5("main.c", points)}));
+}
+
+Bytes LinesProgram(uint32_t count) {
+    constexpr uint32_t PER_MODULE = 2000;
+    Bytes debug;
+    for (uint32_t done = 0; done < count; done += PER_MODULE) {
+        Bytes lines = Nn(0x46, "");
+        for (uint32_t i = 0; i < PER_MODULE; ++i)
+            lines += Line(0x46, 1 + i % 1500, 4 * (done + (i ^ 3)));
+        const std::string name = Numbered("M", done);
+        debug += Bb1(name, {}) + Bb3(name, {}) + Bb5(name + ".c", lines);
+    }
+    return Build(WithCode({.debug = debug}));
+}
+
+Bytes BlocksProgram(uint32_t count) {
+    constexpr uint32_t MODULES = 50;
+    Bytes debug;
+    for (uint32_t module = 0; module < MODULES; ++module) {
+        Bytes functions;
+        for (uint32_t i = module; i < count; i += MODULES)
+            functions += Bb4({.name = Numbered("f", i), .begin = 64 * i, .end = 64 * i + 63});
+        const std::string name = Numbered("M", module);
+        debug += Bb1(name, {}) + Bb3(name, functions);
+    }
+    return Build(WithCode({.debug = debug}));
+}
+
+Bytes CodeProgram(uint32_t size) {
+    constexpr uint32_t PIECE = 0x10000;
+    Bytes piece;
+    for (uint32_t i = 0; i < PIECE; ++i) piece += Bytes{static_cast<uint8_t>(i * 7 >> 3)};
+    Bytes data = UseSegment(1);
+    for (uint32_t done = 0; done < size; done += PIECE) data += Load(piece);
+    return Build({.segments = Segment(1, Memory::kCode, "TEXT", 0, size), .data = data});
+}
+
+}  // namespace scan695::bench

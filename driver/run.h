@@ -1,0 +1,16 @@
+// One run of the converter, from the opening of the input to the last byte of output.
+#pragma once
+
+#include <cstdint>
+
+namespace scan695 {
+
+inline constexpr uint32_t ConverterVersion = 144;  // in hundredths
+
+// Starts fresh: drops all that an earlier run has left, an interrupt included.
+void StartRun(uint32_t debug_mode, const char* stf_path);
+
+// Converts the file; the result is 0. Failures end the process.
+int32_t RunConversion(const char* input_path);
+
+}  // namespace scan695

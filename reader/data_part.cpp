@@ -1,0 +1,128 @@
+// The data part: the memory image of the linked program as a sequence of load records.
+//
+//     E5 segment             address and memory type of that segment hold from here on
+//     E2 D0 segment, address the address alone changes
+//     F7 count               the next ED record is laid down that many times
+//     ED n, bytes            n bytes
+//
+// E3, E4 and FA open load records that the scanner does not process: they end the part at any
+// place.
+#include <algorithm>
+
+#include "reader/code_image.h"
+#include "reader/parts.h"
+#include "reader/primitives.h"
+#include "reader/segments.h"
+#include "report/report.h"
+#include "store/records.h"
+
+namespace scan695 {
+
+namespace {
+
+struct LoadState {
+    uint32_t address = 0;
+    uint8_t mem_type = MEM_UNKNOWN;
+    int32_t repeats = 1;
+    uint32_t records = 0;
+};
+
+void ReadSegmentChoice(LoadState& load) {
+    const uint32_t segment = RequireNumber();
+    load.address = GetSegmentBase(segment);
+    load.mem_type = GetSegmentMemType(segment);
+    Trace("CurrSeg=%u, mem_type=%u\n", segment, uint32_t{load.mem_type});
+}
+
+void ReadLoadAddress(LoadState& load) {
+    const uint32_t segment = RequireNumber();
+    load.address = RequireNumber();
+    Trace("LoadPC=%X in Seg=%u\n", load.address, segment);
+}
+
+void ReadRepeat(LoadState& load) {
+    uint32_t count = 1;
+    if (ReadNumber(count) != 0)
+        Trace("Repeat %d times:\n", static_cast<int32_t>(count));
+    else
+        Trace("Repeat (no value), 1 assumed:\n");
+    load.repeats = static_cast<int32_t>(count);
+}
+
+// Hands the next `size` bytes on in chunks.
+void EmitBytes(LoadState& load, uint32_t size) {
+    while (size > 0) {
+        const uint32_t piece = std::min(size, MAX_CHUNK);
+        AddCode(load.mem_type, TakeBytes(piece), load.address, static_cast<uint16_t>(piece), -1);
+        load.address += piece;
+        size -= piece;
+    }
+}
+
+void ReadBytes(LoadState& load) {
+    const uint32_t size = RequireNumber();
+    const uint32_t first = Input.InputCursor;
+    if (load.repeats <= 0) {
+        TakeBytes(size);
+    } else {
+        RequireRoomForCode(size, static_cast<uint32_t>(load.repeats));
+        for (int32_t i = 0; i < load.repeats; ++i) {
+            Input.InputCursor = first;
+            Trace("Code: addr=%08X size=%d\n", load.address, static_cast<int32_t>(size));
+            EmitBytes(load, size);
+            if (size == 0 && Report.DebugMode == 0) break;  // nothing but the trace would come
+        }
+    }
+    load.repeats = 1;
+}
+
+// An assignment; false for one that ends the part.
+bool ReadLoadAssignment(LoadState& load) {
+    const uint8_t letter = ReadByte();
+    if (letter == 0xD0) {
+        ReadLoadAddress(load);
+        return true;
+    }
+    if (letter != 0xC7 || load.records == 0) UnexpectedRecord();
+    Trace("End of Data part, rec=%x\n", uint32_t{letter});
+    return false;
+}
+
+// One record; false for one that ends the part.
+bool ReadLoadRecord(LoadState& load) {
+    const uint8_t byte = ReadByte();
+    switch (byte) {
+        case BYTE_SB:
+            ReadSegmentChoice(load);
+            return true;
+        case BYTE_AS:
+            return ReadLoadAssignment(load);
+        case BYTE_RE:
+            ReadRepeat(load);
+            return true;
+        case BYTE_LD:
+            ReadBytes(load);
+            return true;
+        case BYTE_LR_RELOCATED:
+        case BYTE_LR_SPACES:
+        case BYTE_LR:
+            Trace("Unprocessed record=%x at %x\n", uint32_t{byte}, LastOffset());
+            return false;
+        default:
+            if (load.records == 0) UnexpectedRecord();
+            Trace("End of Data part, rec=%x\n", uint32_t{byte});
+            return false;
+    }
+}
+
+}  // namespace
+
+void ScanDataPart(uint32_t offset) {
+    Trace("Begin of Data\n");
+    const PartFrame frame(offset);
+    PrintSegments();
+    LoadState load;
+    while (ReadLoadRecord(load)) ++load.records;
+}
+
+}  // namespace scan695

@@ -1,0 +1,112 @@
+#include "scopes/external_value.h"
+
+#include "reader/scan_state.h"
+#include "report/report.h"
+#include "scopes/scope_state.h"
+#include "store/name_index.h"
+
+namespace scan695 {
+
+namespace {
+
+constexpr uint32_t FIRST_SYMBOL_INDEX = 32;
+
+void TraceSegments(const ExternalWalk& walk, uint32_t count) {
+    if (Report.DebugMode == 0) return;
+    for (uint32_t i = 0; i < count; ++i) Trace("CurrSeg=%u\n", walk.segments[i]);
+}
+
+std::string_view EntryName(const ExternalWalk& walk, const ExternalEntry& entry) {
+    return std::string_view(walk.names).substr(entry.name_at, entry.name_length);
+}
+
+const ExternalEntry* FindEntry(const ExternalWalk& walk, std::string_view name) {
+    const uint32_t found = walk.by_name.Find(HashName(name), [&](uint32_t number) {
+        return EntryName(walk, walk.entries[number]) == name;
+    });
+    return found == MatchIndex::NONE ? nullptr : &walk.entries[found];
+}
+
+void ReadSegmentRecord(ExternalWalk& walk) {
+    const uint32_t segment = RequireNumber();
+    Trace("CurrSeg=%u\n", segment);
+    if (Report.DebugMode != 0) walk.segments.push_back(segment);
+    ++walk.nof_segments;
+}
+
+void AddEntry(ExternalWalk& walk, std::string_view name, uint32_t address) {
+    if (FindEntry(walk, name) != nullptr) return;
+    const auto number = static_cast<uint32_t>(walk.entries.size());
+    walk.entries.push_back({static_cast<uint32_t>(walk.names.size()),
+                            static_cast<uint32_t>(name.size()), address, walk.nof_segments});
+    walk.names += name;
+    walk.by_name.Add(HashName(name), number);
+}
+
+// The group of one public symbol; one without an address ends the walk.
+void ReadGroup(ExternalWalk& walk) {
+    const uint32_t index = RequireNumber();
+    if (index < FIRST_SYMBOL_INDEX) UnexpectedRecord();
+    ReadName(walk.name, sizeof walk.name);
+    if (ReadCode() != CODE_ATI) UnexpectedRecord();
+    RequireIndex(index);
+    RequireNumber();
+    RequireNumber();
+    OptionalNumber();
+    if (ReadCode() != CODE_ASI) {
+        walk.ending = ExternalWalk::AT_OPEN_GROUP;
+        return;
+    }
+    RequireIndex(index);
+    uint32_t address = 0;
+    if (ReadNumber(address) == 0) StopAtLastOffset("Unrecognized value at %x\n");
+    AddEntry(walk, walk.name, address);
+}
+
+void ReadExternalRecord(ExternalWalk& walk) {
+    const uint8_t byte = ReadByte();
+    if (byte == BYTE_SB) {
+        ReadSegmentRecord(walk);
+    } else if (byte == BYTE_NI) {
+        ReadGroup(walk);
+    } else {
+        if (walk.nof_records == 0) UnexpectedRecord();
+        walk.ending = ExternalWalk::AT_OTHER_BYTE;
+        walk.end_byte = byte;
+    }
+    ++walk.nof_records;
+}
+
+// Reads on until the name has come or the walk has ended.
+const ExternalEntry* ReadUntil(ExternalWalk& walk, std::string_view name) {
+    const PartFrame frame(walk.started ? walk.cursor : Scan.ExternalPartOffset);
+    walk.started = true;
+    const ExternalEntry* found = nullptr;
+    while (found == nullptr && walk.ending == ExternalWalk::NOT_YET) {
+        const size_t nof_entries = walk.entries.size();
+        ReadExternalRecord(walk);
+        if (walk.entries.size() != nof_entries && EntryName(walk, walk.entries.back()) == name)
+            found = &walk.entries.back();
+    }
+    walk.cursor = Input.InputCursor;
+    return found;
+}
+
+}  // namespace
+
+bool FindExternalValue(const char* name, uint32_t& address) {
+    if (Scan.ExternalPartOffset == 0) return false;
+    ExternalWalk& walk = Scopes.Indexes.Externals;
+    const ExternalEntry* entry = FindEntry(walk, name);
+    TraceSegments(walk, entry != nullptr ? entry->nof_segments : walk.nof_segments);
+    if (entry == nullptr && walk.ending == ExternalWalk::NOT_YET) entry = ReadUntil(walk, name);
+    if (entry != nullptr) {
+        address = entry->address;
+        return true;
+    }
+    if (walk.ending == ExternalWalk::AT_OTHER_BYTE)
+        Trace("End of External Part, rec=%x\n", uint32_t{walk.end_byte});
+    return false;
+}
+
+}  // namespace scan695

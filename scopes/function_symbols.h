@@ -1,0 +1,24 @@
+// The symbol of a function by its address: the first record of a symbol table with that value that
+// lies in code memory and has a type record.
+#pragma once
+
+#include <cstdint>
+
+#include "store/chunk_file.h"
+#include "store/match_index.h"
+
+namespace scan695 {
+
+class FunctionSymbols {
+  public:
+    // Takes in the records of the table that it does not hold yet, up to `count` in all.
+    void Update(ChunkFile& table, uint32_t count);
+    // The record number, or MatchIndex::NONE.
+    uint32_t Find(uint32_t address) const { return records_.Find(address); }
+
+  private:
+    MatchIndex records_;  // the first record of each address
+    uint32_t nof_records_ = 0;
+};
+
+}  // namespace scan695

@@ -1,0 +1,73 @@
+#include "scopes/lifetime_fixup.h"
+
+#include <algorithm>
+
+#include "report/report.h"
+#include "scopes/scope_state.h"
+#include "store/tables.h"
+
+namespace scan695 {
+
+namespace {
+
+constexpr uint32_t MAX_STORED_LOCATIONS = 0xFFFF / sizeof(LOCINFO);
+
+void TraceChecked(uint32_t symbol) {
+    SYMINFO record = {};
+    ReadRecord(Store.BlockSymbolTable, symbol, record);
+    Trace("  checking symbol: addr=%x, sc=%u, tidx=%u\n", record.value,
+          uint32_t{record.storage_class}, record.type_index);
+}
+
+// Moves one location between the image and the record, with the image's position as it was.
+void TransferLocation(ChunkFile::Direction direction, uint32_t place, LOCINFO& location) {
+    ChunkFile& image = Store.FstImage;
+    const int32_t position = image.Position();
+    if (image.Seek(place, ChunkFile::FROM_START) == 0 ||
+        image.Transfer(direction, &location, sizeof location, image.Position()) == 0 ||
+        image.Seek(position, ChunkFile::FROM_START) == 0)
+        ReportAndStop(ERROR_READ_TEMPORARY);
+}
+
+// Gives true when no later block can change the lifetime again.
+bool CloseLifetime(const OpenLifetime& lifetime, uint32_t end_address) {
+    LOCINFO location = {};
+    TransferLocation(ChunkFile::READ, lifetime.place, location);
+    if (location.end_address != OPEN_END) return lifetime.stored;
+    location.end_address = end_address;
+    TransferLocation(ChunkFile::WRITE, lifetime.place, location);
+    Trace("   updating LOCINFO ending address=%x\n", end_address);
+    return lifetime.stored && end_address != OPEN_END;
+}
+
+}  // namespace
+
+void WatchLifetime(uint32_t symbol, const SYMINFO& record, uint32_t nof_locs, const LOCINFO& last) {
+    const bool stored = nof_locs <= MAX_STORED_LOCATIONS;
+    if (stored && last.end_address != OPEN_END) return;
+    const uint32_t place = record.locinfo_offs + (record.nof_locs - 1U) * uint32_t{sizeof(LOCINFO)};
+    Scopes.OpenLifetimes.push_back({symbol, place, stored});
+}
+
+void CloseLifetimes(uint32_t first_symbol, uint32_t end_address) {
+    std::vector<OpenLifetime>& open = Scopes.OpenLifetimes;
+    auto next = std::partition_point(
+        open.begin(), open.end(),
+        [first_symbol](const auto& lifetime) { return lifetime.symbol < first_symbol; });
+    auto kept = next;
+    const uint32_t end_symbol = Store.Header.nof_block_symbols;
+    for (uint32_t symbol = first_symbol; symbol < end_symbol; ++symbol) {
+        if (Report.DebugMode != 0) {
+            TraceChecked(symbol);
+        } else {
+            if (next == open.end()) break;
+            symbol = next->symbol;
+        }
+        if (next == open.end() || next->symbol != symbol) continue;
+        const OpenLifetime lifetime = *next++;
+        if (!CloseLifetime(lifetime, end_address)) *kept++ = lifetime;
+    }
+    open.erase(kept, open.end());
+}
+
+}  // namespace scan695

@@ -1,0 +1,13 @@
+#include "scopes/scope_state.h"
+
+namespace scan695 {
+
+ScopeState Scopes;
+
+void FreeScopeIndexes() {
+    Scopes.Indexes = ScopeIndexes();
+    Scopes.OpenLifetimes = {};
+    Scopes.StackInfo = StackCollection();
+}
+
+}  // namespace scan695

@@ -1,0 +1,97 @@
+#include "scopes/stack_info.h"
+
+#include "report/report.h"
+#include "scopes/scope_state.h"
+#include "store/name_index.h"
+#include "store/tables.h"
+
+namespace scan695 {
+
+namespace {
+
+struct FoundSymbol {
+    ChunkFile* table;  // null for none
+    uint32_t number;
+};
+
+// Global symbols go before those of modules.
+FoundSymbol FindFunctionSymbol(uint32_t address) {
+    ScopeIndexes& indexes = Scopes.Indexes;
+    indexes.GlobalFunctions.Update(Store.GlobalSymbolTable, Store.Header.nof_global_symbols);
+    const uint32_t global = indexes.GlobalFunctions.Find(address);
+    if (global != MatchIndex::NONE) return {&Store.GlobalSymbolTable, global};
+    indexes.ModuleFunctions.Update(Store.ModuleSymbolTable, Store.Header.nof_module_symbols);
+    const uint32_t local = indexes.ModuleFunctions.Find(address);
+    if (local != MatchIndex::NONE) return {&Store.ModuleSymbolTable, local};
+    return {nullptr, 0};
+}
+
+void TraceEntries(const SYMINFO& symbol, const std::vector<LOCINFO>& entries) {
+    if (Report.DebugMode == 0) return;
+    StoredName name;
+    ReadStoredName(symbol.name_offs, name);
+    Trace("Stack adjust info for function \"%s\" (address %x)\n", name.text, symbol.value);
+    int32_t number = 0;
+    for (const LOCINFO& entry : entries)
+        Trace("  %d: from %x to %x: adjust value=%x\n", number++, entry.beg_address,
+              entry.end_address, entry.value);
+}
+
+void AttachTo(const FoundSymbol& found, const std::vector<LOCINFO>& entries) {
+    const auto count = static_cast<uint32_t>(entries.size());
+    SYMINFO symbol = {};
+    ReadRecord(*found.table, found.number, symbol);
+    symbol.access_mode |= ACCESS_HAS_LOCATIONS;
+    symbol.nof_locs = static_cast<uint16_t>(count);
+    symbol.locinfo_offs = StoreInImage(entries.data(), count * uint32_t{sizeof(LOCINFO)});
+    WriteRecord(*found.table, found.number, symbol);
+    TraceEntries(symbol, entries);
+}
+
+// Hangs what is complete on the symbol of the function and starts anew.
+void AttachEntries() {
+    BLOCKINFO block = {};
+    ReadRecord(Store.BlockTable, static_cast<uint32_t>(Scopes.StackInfo.function), block);
+    const FoundSymbol found = FindFunctionSymbol(block.address);
+    if (found.table != nullptr)
+        AttachTo(found, Scopes.StackInfo.entries);
+    else
+        Trace("**** AddStackInfo: cannot find function for address %x\n", block.address);
+    Scopes.StackInfo = StackCollection();
+}
+
+// A point opens a range but for a return to 0 at an odd count of points, which closes one. A range
+// that was open is lost when the next one opens.
+void TakePoint(StackCollection& collection, uint32_t pc, uint32_t adjust) {
+    if (collection.points % 2 == 0 || adjust != 0) {
+        collection.open = {};
+        collection.open.value = adjust;
+        collection.open.exec_mem_type = 1;
+        collection.open.beg_address = pc;
+        collection.open.end_address = OPEN_END;
+    } else {
+        collection.open.end_address = pc;
+        collection.entries.push_back(collection.open);
+    }
+    ++collection.points;
+}
+
+}  // namespace
+
+void AddStackInfo(uint32_t pc, uint32_t adjust, uint32_t stk_type) {
+    if (stk_type == STACK_INFO_CLOSE) {
+        if (!Scopes.StackInfo.entries.empty()) AttachEntries();
+        return;
+    }
+    Scopes.Indexes.Functions.Update();
+    const int32_t function = Scopes.Indexes.Functions.Find(pc);
+    if (function == -1) {
+        Trace("**** AddStackInfo: cannot find function block for address %x\n", pc);
+        return;
+    }
+    if (Scopes.StackInfo.function != -1 && Scopes.StackInfo.function != function) AttachEntries();
+    Scopes.StackInfo.function = function;
+    TakePoint(Scopes.StackInfo, pc, adjust);
+}
+
+}  // namespace scan695

@@ -1,0 +1,113 @@
+#include "stf/type_words.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "report/report.h"
+#include "stf/stf_stream.h"
+#include "store/records.h"
+#include "store/tables.h"
+
+namespace scan695 {
+
+StfTypeState StfTypes;
+
+namespace {
+
+constexpr int32_t NAME_READ = 80;  // bytes read for a name, which takes 32 at most
+
+constexpr const char* BASIC_WORDS[] = {
+    "void",     "uchar",  "char",          "ushort",      "short", "uint",   "int",   "ulong",
+    "long",     "float",  "double",        "ldouble",     "bit",   "???",    "???",   "???",
+    "???",      "???",    "???",           "???",         "???",   "???",    "???",   "???",
+    "???",      "???",    "???",           "???",         "???",   "???",    "???",   "???",
+    "void",     "...",    "label",         "pointer",     "array", "struct", "union", "bitfield",
+    "function", "attrib", "stringliteral", "enumeration",
+};
+constexpr uint32_t NOF_WORDS = sizeof BASIC_WORDS / sizeof BASIC_WORDS[0];
+static_assert(NOF_WORDS == 44);
+
+// The pairs in the order of their numbers: type records are written in that order.
+struct TypeAliasTable {
+    TypeAlias* pairs = nullptr;
+    uint32_t count = 0;
+    uint32_t capacity = 0;
+};
+TypeAliasTable Aliases;
+
+const TypeAlias* FindTypeAlias(uint32_t number) {
+    const TypeAlias* begin = Aliases.pairs;
+    const TypeAlias* end = begin + Aliases.count;
+    const TypeAlias* pair = std::lower_bound(
+        begin, end, number, [](const TypeAlias& a, uint32_t wanted) { return a.number < wanted; });
+    return pair != end && pair->number == number ? pair : nullptr;
+}
+
+const char* BasicWord(uint32_t type_index) {
+    return type_index < NOF_WORDS ? BASIC_WORDS[type_index] : "???";
+}
+
+void SeekImage(uint32_t offset, const char* failure) {
+    if (Store.FstImage.Seek(offset, ChunkFile::FROM_START) == 0) ReportAndStop("%s", failure);
+}
+
+}  // namespace
+
+int AddTypeAlias(uint32_t number, uint32_t target) {
+    if (Aliases.count == Aliases.capacity) {
+        const uint32_t capacity = std::max(100U, 2 * Aliases.capacity);
+        void* pairs = std::realloc(Aliases.pairs, capacity * sizeof(TypeAlias));
+        if (pairs == nullptr) return 0;
+        Aliases.pairs = static_cast<TypeAlias*>(pairs);
+        Aliases.capacity = capacity;
+    }
+    Aliases.pairs[Aliases.count++] = {number, target};
+    return 1;
+}
+
+void FreeTypeAliases() {
+    std::free(Aliases.pairs);
+    Aliases = {};
+}
+
+void outName(const char* key, uint32_t name_offs) {
+    if (name_offs == 0) {
+        outStr(key, "");
+        return;
+    }
+    const auto position = static_cast<uint32_t>(Store.FstImage.Position());
+    SeekImage(name_offs, "outName SEEK error");
+    char text[NAME_READ + 1] = {};
+    Store.FstImage.Read(text, NAME_READ);
+    outStr(key, text);
+    SeekImage(position, "outName restoring");
+}
+
+void outType(const char* key, uint32_t type_index) {
+    uint32_t index = IsTypeMarker(type_index) ? static_cast<uint32_t>(TYPE_INT) : type_index;
+    if (index >= FIRST_TYPE_INDEX)
+        if (const TypeAlias* alias = FindTypeAlias(index - FIRST_TYPE_INDEX)) index = alias->target;
+    if (index < FIRST_TYPE_INDEX)
+        outWord(key, BasicWord(index));
+    else
+        outRef(key, "Type", static_cast<int32_t>(index - FIRST_TYPE_INDEX));
+}
+
+void outField(int32_t count, uint32_t field_offs) {
+    if (count <= 0 || field_offs == 0) return;
+    const auto position = static_cast<uint32_t>(Store.FstImage.Position());
+    for (int32_t i = 0; i < count; ++i, field_offs += sizeof(FIELDINFO)) {
+        SeekImage(field_offs, "outField seek error");
+        FIELDINFO field = {};
+        if (Store.FstImage.Read(&field, sizeof field) == 0) ReportAndStop("outField read error");
+        outBegin("Member", StfTypes.MemberCounter);
+        outName("name", field.name_offs);
+        outDec("value", static_cast<int32_t>(field.value));
+        outType("type", field.type_index);
+        outEnd();
+        ++StfTypes.MemberCounter;
+    }
+    SeekImage(position, "outField restoring");
+}
+
+}  // namespace scan695

@@ -1,0 +1,40 @@
+// Lines of the STF file that need the image or know type numbers: stored names, type references,
+// and the Member records of stored lists.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace scan695 {
+
+// A type record's ordinal and the type index that stands in for it in type references.
+struct TypeAlias {
+    uint32_t number;
+    uint32_t target;
+};
+
+// A run starts by assigning a new StfTypeState.
+struct StfTypeState {
+    int32_t MemberCounter = 0;  // number of the next Member record, over the whole file
+};
+extern StfTypeState StfTypes;
+
+// Adds a pair to the TypeAliasTable; of several for one number the first counts. 0, and the pair is
+// lost, when there is no memory.
+int AddTypeAlias(uint32_t number, uint32_t target);
+// Empties the TypeAliasTable and frees its memory.
+void FreeTypeAliases();
+
+// Quoted field line whose text is read from the image at `name_offs`; empty text for 0. An offset
+// outside the image ends the run.
+void outName(const char* key, uint32_t name_offs);
+
+// Type reference: the word of a basic type, "int" for a marker, or @Type.N with at most one step
+// through the TypeAliasTable.
+void outType(const char* key, uint32_t type_index);
+
+// Member records for the `count` elements of the list at `field_offs`; nothing for a count of 0 or
+// less or an offset of 0. An offset outside the image ends the run.
+void outField(int32_t count, uint32_t field_offs);
+
+}  // namespace scan695

@@ -1,0 +1,173 @@
+#include "store/range_table.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace scan695 {
+
+namespace {
+
+template <class Item>
+void MoveItems(Item* to, const Item* from, int32_t count) {
+    std::memmove(to, from, sizeof(Item) * static_cast<size_t>(count));
+}
+
+template <class Item>
+bool Reallocate(Item*& items, int32_t count) {
+    void* memory = std::realloc(items, sizeof(Item) * static_cast<size_t>(count));
+    if (memory == nullptr) return false;
+    items = static_cast<Item*>(memory);
+    return true;
+}
+
+void AddToAll(int32_t* numbers, int32_t count, int32_t summand) {
+    for (int32_t i = 0; i < count; ++i) numbers[i] += summand;
+}
+
+}  // namespace
+
+bool RangeTable::Allocate() {
+    Free();
+    return InsertPage(0);
+}
+
+void RangeTable::Free() {
+    RemovePages(0, page_count_);
+    std::free(pages_);
+    std::free(firsts_);
+    pages_ = nullptr;
+    firsts_ = nullptr;
+    page_capacity_ = 0;
+    count_ = 0;
+}
+
+// The last page that begins at or before the number. Pages are about equally full, so the number
+// tells nearly where to look; from there the search widens in growing steps.
+int32_t RangeTable::FindPage(int32_t number) {
+    const int32_t in_last = number - firsts_[last_page_];
+    if (in_last >= 0 && in_last < pages_[last_page_]->count) return last_page_;
+    auto low = static_cast<int32_t>(int64_t{number} * page_count_ / (count_ + 1));
+    int32_t high = low + 1;
+    for (int32_t step = 1; firsts_[low] > number; step *= 2) {
+        high = low;
+        low = std::max(low - step, 0);
+    }
+    for (int32_t step = 1; high < page_count_ && firsts_[high] <= number; step *= 2) {
+        low = high;
+        high = std::min(high + step, page_count_);
+    }
+    const int32_t* behind = std::upper_bound(firsts_ + low, firsts_ + high, number);
+    last_page_ = static_cast<int32_t>(behind - firsts_) - 1;
+    return last_page_;
+}
+
+RANGEINFO& RangeTable::operator[](int32_t number) {
+    const int32_t at = FindPage(number);
+    return pages_[at]->entries[number - firsts_[at]];
+}
+
+bool RangeTable::GrowArrays() {
+    const int32_t capacity = page_capacity_ + 64;
+    if (!Reallocate(pages_, capacity) || !Reallocate(firsts_, capacity)) return false;
+    page_capacity_ = capacity;
+    return true;
+}
+
+// Opens an empty page; the caller gives it its first number.
+bool RangeTable::InsertPage(int32_t at) {
+    if (page_count_ == page_capacity_ && !GrowArrays()) return false;
+    auto* page = static_cast<Page*>(std::calloc(1, sizeof(Page)));
+    if (page == nullptr) return false;
+    MoveItems(pages_ + at + 1, pages_ + at, page_count_ - at);
+    MoveItems(firsts_ + at + 1, firsts_ + at, page_count_ - at);
+    pages_[at] = page;
+    firsts_[at] = 0;
+    ++page_count_;
+    return true;
+}
+
+void RangeTable::RemovePages(int32_t first, int32_t count) {
+    last_page_ = 0;
+    if (count == 0) return;
+    for (int32_t i = first; i < first + count; ++i) std::free(pages_[i]);
+    page_count_ -= count;
+    MoveItems(pages_ + first, pages_ + first + count, page_count_ - first);
+    MoveItems(firsts_ + first, firsts_ + first + count, page_count_ - first);
+}
+
+bool RangeTable::SplitPage(int32_t at) {
+    if (!InsertPage(at + 1)) return false;
+    Page& left = *pages_[at];
+    Page& right = *pages_[at + 1];
+    right.count = left.count / 2;
+    left.count -= right.count;
+    MoveItems(right.entries, left.entries + left.count, right.count);
+    firsts_[at + 1] = firsts_[at] + left.count;
+    return true;
+}
+
+bool RangeTable::Insert(int32_t number, const RANGEINFO& entry) {
+    int32_t at = FindPage(number);
+    if (pages_[at]->count == PAGE_ENTRIES) {
+        if (!SplitPage(at)) return false;
+        if (number > firsts_[at + 1]) ++at;
+    }
+    Page& page = *pages_[at];
+    const int32_t place = number - firsts_[at];
+    MoveItems(page.entries + place + 1, page.entries + place, page.count - place);
+    page.entries[place] = entry;
+    ++page.count;
+    ++count_;
+    AddToAll(firsts_ + at + 1, page_count_ - at - 1, 1);
+    return true;
+}
+
+void RangeTable::Remove(int32_t first, int32_t last) {
+    if (first > last) return;
+    const int32_t removed = last - first + 1;
+    const int32_t at = FindPage(first);
+    int32_t place = first - firsts_[at];
+    int32_t next = at;
+    for (int32_t rest = removed; rest > 0; ++next, place = 0) {
+        Page& page = *pages_[next];
+        const int32_t piece = std::min(rest, page.count - place);
+        page.count -= piece;
+        MoveItems(page.entries + place, page.entries + place + piece, page.count - place);
+        rest -= piece;
+    }
+    count_ -= removed;
+    for (int32_t i = at + 1; i < next; ++i) firsts_[i] = first;
+    AddToAll(firsts_ + next, page_count_ - next, -removed);
+    RemoveEmptyPages(at, next);
+}
+
+// Among the pages from `first` up to `end`, of which only the outer two can hold entries.
+void RangeTable::RemoveEmptyPages(int32_t first, int32_t end) {
+    if (pages_[end - 1]->count > 0) --end;
+    if (first < end && pages_[first]->count > 0) ++first;
+    if (first == 0 && end == page_count_) ++first;  // a table never loses its last page
+    RemovePages(first, std::max(end - first, 0));
+}
+
+FoundRanges FindRange(RangeTable& table, uint32_t address) {
+    int32_t lo = 0;
+    int32_t hi = table.Count() - 1;
+    int32_t containing = -1;
+    while (lo <= hi) {
+        const int32_t mid = lo + (hi - lo) / 2;
+        const RANGEINFO& entry = table[mid];
+        if (address < entry.address) {
+            hi = mid - 1;
+        } else if (address >= entry.address + entry.length) {
+            lo = mid + 1;
+        } else {
+            containing = mid;
+            hi = mid - 1;
+            lo = mid + 1;
+        }
+    }
+    return {containing, hi, lo < table.Count() ? lo : -1};
+}
+
+}  // namespace scan695

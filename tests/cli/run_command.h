@@ -1,0 +1,54 @@
+// Runs the command as a user would, in a scratch directory of its own.
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace scan695::test {
+
+struct Outcome {
+    int status = -1;  // exit status; 128 + n for a signal
+    std::string out;  // standard output
+    std::string err;  // standard error
+};
+
+struct Surroundings {
+    std::string input;         // what standard input holds
+    std::string output;        // where standard output goes instead of Outcome::out
+    unsigned long file_limit;  // the largest file in bytes; 0 for none
+};
+
+class Sandbox {
+  public:
+    Sandbox();
+
+    const std::filesystem::path& directory() const { return directory_; }
+    void Write(const std::string& name, const std::string& bytes) const;
+    std::string Read(const std::string& name) const;
+    // The names in the directory and in the one for temporary files, with a blank behind each.
+    std::string Listing() const;
+
+    Outcome Run(const std::vector<std::string>& arguments, const Surroundings& around = {}) const;
+
+    // The two halves of Run, for a process that waits at its standard input, which stays open and
+    // silent.
+    pid_t Start(const std::vector<std::string>& arguments);
+    Outcome Finish(pid_t process);
+    // What a started process has written to standard output so far.
+    std::string OutputSoFar() const;
+
+  private:
+    pid_t Launch(const std::vector<std::string>& arguments, const Surroundings& around,
+                 int input) const;
+    Outcome Collect(pid_t process) const;
+
+    std::filesystem::path directory_;  // the working directory
+    std::filesystem::path temp_;       // TMPDIR
+    std::filesystem::path streams_;    // what the process prints
+    int silence_ = -1;                 // keeps the standard input of a started process open
+};
+
+}  // namespace scan695::test

@@ -1,0 +1,76 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "stf/stf_stream.h"
+#include "tests/support/convert.h"
+
+namespace scan695 {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Opens the stream on a file of its own and gives its path.
+fs::path OpenStream() {
+    const fs::path path = test::ScratchDirectory() / "t.stf";
+    outSetFileName(path.c_str());
+    outOpen(144);
+    return path;
+}
+
+TEST(StfStream, LineForms) {
+    const fs::path path = OpenStream();
+    outBegin("Line", -5);
+    outStr("name", "C:\\a\"b\t\xE4");
+    outDec("n", INT32_MIN);
+    outDec("zero", 0);
+    outHex("h", 0);
+    outHex("h", 0xFFFFFFFF);
+    outHex("h", 0xABC0);
+    outWord("w", "asm");
+    outRef("r", "Block", 7);
+    outComment("text");
+    outEnd();
+    outCloseFile();
+    const std::string text = test::ReadWholeFile(path);
+    const size_t begin = text.find("Line.-5{");
+    ASSERT_NE(begin, std::string::npos);
+    EXPECT_EQ(text.substr(begin),
+              "Line.-5{\r\nname=\"C:\\\\a\\\"b\t\xE4\";\r\nn=-2147483648;\r\nzero=0;\r\nh=0x0;\r\n"
+              "h=0xffffffff;\r\nh=0xabc0;\r\nw=asm;\r\nr=@Block.7;\r\n// text\r\n}\r\n");
+}
+
+// A line that ends at, just before and just behind the payload: what reaches the file then, and
+// that the bytes stay contiguous.
+TEST(StfStream, FlushAtThePayload) {
+    constexpr uint32_t payload = StfState::PAYLOAD;
+    const struct {
+        uint32_t end;      // position behind the line
+        uint32_t flushed;  // bytes in the file
+        uint32_t kept;     // position afterwards
+    } cases[] = {
+        {payload - 1, 0, payload - 1},
+        {payload, payload, 0},
+        {payload + 1, payload, 1},
+        {payload + 99, payload, 99},
+    };
+    for (const auto& c : cases) {
+        const fs::path path = OpenStream();
+        std::string filler;
+        while (Stf.position + 200 < c.end) {
+            outComment("filler");
+            filler += "// filler\r\n";
+        }
+        const std::string last(c.end - Stf.position - 5, 'x');
+        outComment(last.c_str());
+        EXPECT_EQ(fs::file_size(path), c.flushed);
+        EXPECT_EQ(Stf.position, c.kept);
+        outEnd();
+        outCloseFile();
+        const std::string text = test::ReadWholeFile(path);
+        EXPECT_TRUE(text.ends_with(filler + "// " + last + "\r\n}\r\n")) << c.end;
+    }
+}
+
+}  // namespace
+}  // namespace scan695

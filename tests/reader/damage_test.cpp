@@ -1,0 +1,69 @@
+// Damaged files: every truncation of the samples, every change of a byte near their start. Each run
+// ends well or with a message, and never with anything else.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "tests/support/in_process.h"
+
+namespace scan695::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The checked build is ten times slower: it tries every eighth value of a byte.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr size_t VALUE_STEP = 8;
+#else
+constexpr size_t VALUE_STEP = 1;
+#endif
+
+constexpr const char* SAMPLES[] = {"c166.abs", "296sa.abs", "tricore.abs"};
+const std::string PROMPT = "\a\nPress ENTER to terminate\n";
+
+std::vector<uint8_t> SampleBytes(const char* name) {
+    const std::string text = ReadWholeFile(fs::path(SCAN695_SOURCE_DIR) / "samples" / name);
+    return {text.begin(), text.end()};
+}
+
+class Damage : public testing::TestWithParam<const char*> {
+  protected:
+    // Converts the bytes; false if the run neither succeeds nor stops as it should.
+    bool EndsClearly(const std::vector<uint8_t>& bytes, bool debug) {
+        WriteWholeFile(directory_ / "t.abs", bytes);
+        fs::remove(FstFileOf(directory_ / "t.abs"));
+        const Converted result =
+            ConvertInProcess(directory_ / "t.abs", directory_ / "t.stf", debug);
+        if (result.status == 0)
+            return result.stf.ends_with("}\r\n") && debug == !result.fst.empty();
+        return result.status == 1 && result.console.ends_with(PROMPT) && result.fst.empty();
+    }
+    fs::path directory_ = ScratchDirectory();
+};
+
+TEST_P(Damage, EveryTruncation) {
+    const std::vector<uint8_t> whole = SampleBytes(GetParam());
+    ASSERT_FALSE(whole.empty());
+    ASSERT_TRUE(EndsClearly(whole, true));
+    for (size_t length = 0; length < whole.size(); ++length) {
+        const std::vector<uint8_t> bytes(whole.begin(), whole.begin() + static_cast<long>(length));
+        ASSERT_TRUE(EndsClearly(bytes, length % 2 == 1)) << length;
+    }
+}
+
+TEST_P(Damage, EveryByteOfTheHead) {
+    const std::vector<uint8_t> whole = SampleBytes(GetParam());
+    for (size_t at = 0; at < 200; ++at) {
+        std::vector<uint8_t> bytes = whole;
+        for (size_t value = at % VALUE_STEP; value < 256; value += VALUE_STEP) {
+            bytes[at] = static_cast<uint8_t>(value);
+            ASSERT_TRUE(EndsClearly(bytes, value % 2 == 1)) << at << ": " << value;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples, Damage, testing::ValuesIn(SAMPLES));
+
+}  // namespace
+}  // namespace scan695::test

@@ -1,0 +1,148 @@
+// Sources, lines, and the stack adjustments that stand among them.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/scopes/scope_case.h"
+
+namespace scan695::test {
+namespace {
+
+const std::string SOURCE = "Source.0{ path=\"m.c\"; } Module.0{ name=\"m.c\"; language=c; } ";
+
+std::string LineRecord(int number, const std::string& fields) {
+    return "Line." + std::to_string(number) + "{ " + fields + " module=@Module.0; } ";
+}
+
+TEST(Lines, Records) {
+    const Bytes line1 = Nn(0x50, "") + Line(0x50, 1, 0x1000);
+    const Bytes line2 = Line(0x50, 65537, 0x1002);
+    const std::string record1 = LineRecord(0, "address=0x1000; number=1; source=@Source.0;");
+    const std::string record2 = LineRecord(1, "address=0x1002; number=1; source=@Source.0;");
+    const std::string asm_module = "Module.0{ name=\"m\"; language=asm; } ";
+    const struct {
+        const char* what;
+        Bytes debug;
+        std::string records;
+    } cases[] = {
+        {"a source file",
+         CModule({}) + Bb5("C:\\src/m.c", line1 + line2, Numbers(1, 2, 3, 4, 5, 6)),
+         C_MODULE + SOURCE + record1 + record2},
+        {"a nested one keeps the source", CModule({}) + Bb5("m.c", Bb5("m.h", line1) + line2),
+         C_MODULE + SOURCE + record1 + record2},
+        {"a second one too", CModule({}) + Bb5("m.c", line1) + Bb5("n.c", line2),
+         C_MODULE + SOURCE + record1 + record2},
+        {"C by its source file", AsmModule({}) + Bb5("m.c", {}) + Bb10("m", AsmLine(0x46, 1, 2)),
+         asm_module + SOURCE + LineRecord(0, "address=0x2; number=1;")},
+        {"source without extension", AsmModule({}) + Bb5("m", {}),
+         asm_module + "Source.0{ path=\"m\"; } Module.0{ name=\"m\"; language=asm; } "},
+        {"base name of 40 characters",
+         AsmModule({}) + Bb5("x/abcdefghijklmnopqrstuvwxyz0123456789.C45", {}),
+         asm_module + "Source.0{ path=\"abcdefghijklmnopqrstuvwxyz01234\"; } "
+                      "Module.0{ name=\"abcdefghijklmnopqrstuvwxyz01234\"; language=c; } "},
+        {"no module, then one",
+         Bb5("x.c", line1 + Bb5("y.c", {})) + CModule({}) + Bb5("m.c", line2),
+         "Line.0{ address=0x1000; number=1; } " + C_MODULE + SOURCE + record2},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Outcome({c.debug}), c.records) << c.what;
+}
+
+TEST(Lines, Faults) {
+    const struct {
+        const char* what;
+        const char* bytes;
+        const char* message;
+    } cases[] = {
+        {"other kind", "F1 CE 50 00 08 01 00", "Unexpected record at "},
+        {"other code", "F1 CE 50 00 40 32 02", "Unexpected misc record=32, num=2 at "},
+        {"four values", "F1 CE 50 00 40 33 04 E2 CE 50 01 E2 CE 50 02 E2 CE 50 03",
+         "Unexpected record=e2 at "},
+        {"line without address", "F1 CE 50 00 07 01 00 F9 00", "ASN:Unexpected record at "},
+        {"other block", "F8 06", "Unexpected record at "},
+        {"other record", "E5", "Unexpected record=e5 at "},
+    };
+    for (const auto& c : cases)
+        EXPECT_TRUE(Outcome({CModule({}) + Bb5("m.c", Hex(c.bytes))}).starts_with(c.message))
+            << c.what;
+
+    Bytes nested = Bb5("m.c", {});
+    for (int i = 1; i < 1000; ++i) nested = Bb5("m.c", nested);
+    EXPECT_EQ(ConvertScopes({CModule({}) + nested}).status, 0);
+    EXPECT_TRUE(Outcome({CModule({}) + Bb5("m.c", nested)}).starts_with("Nesting too deep at "));
+}
+
+// Functions f at 0x100 to 0x11F and g at 0x200 to 0x21F with a type record, h at 0x300 without; a
+// nameless block inside f.
+Bytes Functions() {
+    const Bytes types = NamedType(0x46, "", 0x100, def::Function({.returns = 0x10}));
+    const Bytes inner = Bb6({.begin = 0x108, .end = 0x10F});
+    return CModule(Bb4({.name = "f", .type = 0x100, .begin = 0x100, .end = 0x11F, .body = inner}) +
+                       Bb6({.name = "g", .type = 0x100, .begin = 0x200, .end = 0x21F}) +
+                       Bb4({.name = "h", .type = 0x10, .begin = 0x300, .end = 0x31F}),
+                   types);
+}
+
+TEST(Lines, StackAdjustments) {
+    const struct {
+        const char* what;
+        std::vector<std::pair<uint32_t, uint32_t>> points;  // address and value
+        std::string lines;
+    } cases[] = {
+        {"two ranges",
+         {{0x100, 4}, {0x108, 0}, {0x110, 8}, {0x112, 0}},
+         "Stack adjust info for function \"f\" (address 100)\n"
+         "  0: from 100 to 108: adjust value=4\n"
+         "  1: from 110 to 112: adjust value=8\n"},
+        {"the second opening wins; an even count opens with 0 too",
+         {{0x100, 4}, {0x102, 8}, {0x104, 0}, {0x106, 0}},
+         "Stack adjust info for function \"f\" (address 100)\n"
+         "  0: from 104 to 106: adjust value=0\n"},
+        {"an open range is lost",
+         {{0x100, 4}, {0x108, 0}, {0x110, 8}},
+         "Stack adjust info for function \"f\" (address 100)\n"
+         "  0: from 100 to 108: adjust value=4\n"},
+        {"another function attaches, an empty list too",
+         {{0x100, 4}, {0x21F, 4}, {0x21F, 0}},
+         "Stack adjust info for function \"f\" (address 100)\n"
+         "Stack adjust info for function \"g\" (address 200)\n"
+         "  0: from 21f to 21f: adjust value=4\n"},
+        {"outside",
+         {{0x120, 4}, {0x100, 0}, {0xFF, 9}, {0x102, 0}},
+         "**** AddStackInfo: cannot find function block for address 120\n"
+         "**** AddStackInfo: cannot find function block for address ff\n"
+         "Stack adjust info for function \"f\" (address 100)\n"
+         "  0: from 100 to 102: adjust value=0\n"},
+        {"no function type",
+         {{0x300, 4}, {0x302, 0}},
+         "**** AddStackInfo: cannot find function for address 300\n"},
+        {"nothing complete", {{0x100, 4}}, ""},
+    };
+    for (const auto& c : cases) {
+        Bytes body = Nn(0x50, "");
+        for (const auto& [address, value] : c.points) body += StackPoint(0x50, address, value);
+        const Converted result = ConvertScopes({Functions() + Bb5("m.c", body)}, true);
+        EXPECT_EQ(result.status, 0) << c.what;
+        EXPECT_EQ(LinesThatBegin(result.console, {"Stack adjust", "  0:", "  1:", "**** Add"}),
+                  c.lines)
+            << c.what;
+    }
+}
+
+// A type of -1 closes the list as the end of a module does; the adjustment itself stays in force.
+TEST(Lines, StackAdjustmentOfTypeMinus1) {
+    const Bytes close = Atn(0x50, 0, 64, 51, 3) + Asn(0x50, 1) + Asn(0x50, 6) + Asn(0x50, -1);
+    const Bytes body = StackPoint(0x50, 0x100, 4) + StackPoint(0x50, 0x102, 0) + close;
+    const Converted result = ConvertScopes(
+        {Functions() + Bb5("m.c", body) + Bb10("z", AutoVariable(0x46, "v", 0x10, 2))}, true);
+    EXPECT_EQ(LinesThatBegin(result.console, {"Stack adjust", "Stack Pointer", "EOB5"}),
+              "Stack Pointer Adjust info: PC=100, adjust_value=4, stk_type=0\n"
+              "Stack Pointer Adjust info: PC=102, adjust_value=0, stk_type=0\n"
+              "Stack Pointer Adjust info: PC=1, adjust_value=6, stk_type=ffffffff\n"
+              "Stack adjust info for function \"f\" (address 100)\n"
+              "EOB5:End of Module\n");
+    EXPECT_NE(Records(result).find("// ADJUSTING STACK FOR v 6 address=stack 8;"),
+              std::string::npos);
+}
+
+}  // namespace
+}  // namespace scan695::test

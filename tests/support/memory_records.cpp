@@ -1,0 +1,87 @@
+#include "tests/support/memory_records.h"
+
+namespace scan695::test {
+
+Bytes Nn(const Num& index, const Text& name) {
+    return Bytes{0xF0} + index + name;
+}
+
+Bytes Asn(const Num& index, const Num& value) {
+    return Bytes{0xE2, 0xCE} + index + value;
+}
+
+Bytes AdExtension(const Bytes& attributes) {
+    return Nn(32, "") + attributes;
+}
+
+Bytes Environment(const Bytes& attributes) {
+    return Nn(33, "") + attributes;
+}
+
+Bytes SegmentType(const Num& number, Memory memory, const Text& name) {
+    Bytes letters = {0xC1, 0xD3};
+    switch (memory) {
+        case Memory::kCode:
+            letters += {0xD0};
+            break;
+        case Memory::kConstants:
+            letters += {0xD2};
+            break;
+        case Memory::kData:
+            letters += {0xC4};
+            break;
+        case Memory::kNone:
+            break;
+    }
+    return Bytes{0xE6} + number + letters + name;
+}
+
+Bytes SegmentAlign(const Num& number, const Num& align) {
+    return Bytes{0xE7} + number + align;
+}
+
+Bytes SegmentValue(uint8_t code, const Num& number, const Num& value) {
+    return Bytes{0xE2, code} + number + value;
+}
+
+Bytes Segment(const Num& number, Memory memory, const Text& name, const Num& base,
+              const Num& size) {
+    return SegmentType(number, memory, name) + SegmentAlign(number) +
+           SegmentValue(0xD3, number, size) + SegmentValue(0xCC, number, base);
+}
+
+Bytes PublicSymbol(const Num& index, const Text& name, const Num& type, const Num& attribute,
+                   const Num& value, const Num& memory_id) {
+    return Bytes{0xE8} + index + name + Bytes{0xF1, 0xC9} + index + type + attribute + memory_id +
+           Bytes{0xE2, 0xC9} + index + value;
+}
+
+Bytes UseSegment(const Num& number) {
+    return Bytes{0xE5} + number;
+}
+
+Bytes LoadAt(const Num& segment, const Num& address) {
+    return Bytes{0xE2, 0xD0} + segment + address;
+}
+
+Bytes Repeat(const Num& count) {
+    return Bytes{0xF7} + count;
+}
+
+Bytes Load(const Bytes& bytes) {
+    return LoadCounted(bytes.size(), bytes);
+}
+
+Bytes LoadCounted(const Num& count, const Bytes& bytes) {
+    return Bytes{0xED} + count + bytes;
+}
+
+Bytes Trailer(const Num& address, const Num& segment) {
+    return Bytes{0xE2, 0xC7} + address + segment;
+}
+
+Bytes BracketTrailer(const Num& address, const Num& segment) {
+    return Bytes{0xE2, 0xC7, 0xBE} + address + segment + Bytes{0xBF};
+}
+
+}  // namespace scan695::test

@@ -1,0 +1,58 @@
+#include "types/cvt_type.h"
+
+#include "reader/scan_state.h"
+#include "report/report.h"
+#include "store/records.h"
+#include "store/tables.h"
+#include "types/type_state.h"
+
+namespace scan695 {
+
+namespace {
+
+constexpr uint32_t FIRST_USER_TYPE = 256;
+constexpr uint32_t TYPE_VOID_1 = 32;  // the input's type 1, a second void
+
+// By tk_ti, the same for all processors.
+constexpr uint32_t COMMON_TYPES[] = {
+    TYPE_VOID,    TYPE_VOID_1,  TYPE_CHAR,          TYPE_UCHAR,   // 0
+    TYPE_SHORT,   TYPE_USHORT,  TYPE_LONG,          TYPE_ULONG,   // 4
+    TYPE_LONG,    TYPE_ULONG,   TYPE_FLOAT,         TYPE_DOUBLE,  // 8
+    TYPE_LDOUBLE, TYPE_LDOUBLE, TYPE_STRINGLITERAL, TYPE_LABEL,   // 12
+    TYPE_INT,     TYPE_UINT,    TYPE_UINT,          TYPE_CHAR,    // 16
+    TYPE_LONG,    TYPE_SHORT,   TYPE_USHORT,        TYPE_SHORT,   // 20
+    TYPE_SHORT,   TYPE_VOID,                                      // 24
+};
+constexpr uint32_t NOF_COMMON_TYPES = sizeof COMMON_TYPES / sizeof COMMON_TYPES[0];
+static_assert(NOF_COMMON_TYPES == 26);
+
+struct ProcessorType {
+    bool c166;
+    uint32_t tk_ti;
+    BasicType type;
+};
+constexpr ProcessorType PROCESSOR_TYPES[] = {
+    {true, 72, TYPE_UINT},   {true, 73, TYPE_INT},     {false, 26, TYPE_ULONG},
+    {false, 27, TYPE_ULONG}, {false, 28, TYPE_USHORT},
+};
+
+uint32_t CvtProcessorType(uint32_t tk_ti) {
+    const bool c166 = Scan.ScanC166 != 0;
+    if (c166 || Store.Header.processor == PROCESSOR_TRICORE)
+        for (const ProcessorType& entry : PROCESSOR_TYPES)
+            if (entry.c166 == c166 && entry.tk_ti == tk_ti) return entry.type;
+    PrintLine("**** UNRECOGNIZED tk_ti=%u, converted to UNDEFINED/UINT\n", tk_ti);
+    return TYPE_UINT;
+}
+
+}  // namespace
+
+uint32_t CvtTkType(uint32_t tk_ti) {
+    if (tk_ti < NOF_COMMON_TYPES) return COMMON_TYPES[tk_ti];
+    if (tk_ti < FIRST_USER_TYPE) return CvtProcessorType(tk_ti);
+    uint32_t fst_ti;
+    if (Types.Aliases.Find(tk_ti, fst_ti) != 0) return fst_ti;
+    return Types.Map.Find(tk_ti);
+}
+
+}  // namespace scan695

@@ -1,0 +1,86 @@
+#include "types/type_map.h"
+
+#include <algorithm>
+
+#include "reader/primitives.h"
+#include "report/report.h"
+#include "types/type_state.h"
+#include "types/update_types.h"
+
+namespace scan695 {
+
+void TMAP::BeginBlock() {
+    base += next_index - FIRST_TYPE_INDEX;
+    next_index = FIRST_TYPE_INDEX;
+    unresolved = 0;
+    updating = false;
+    pending.clear();
+    number_of_tk_.Clear();
+    place_in_pending_.Clear();
+    Types.Aliases.Clear();
+    Types.References.DeactivateAll();
+}
+
+uint32_t TMAP::Add(uint32_t key) {
+    const uint32_t number = next_index++;
+    number_of_tk_.Put(key, number);
+    if (place_in_pending_.Find(key) != nullptr) {
+        Types.References.Activate(key | TYPE_MARKER_BIT);
+        if (unresolved != 0) {
+            Trace("Run UpdateTypes for fst_ti=%u as tk_ti=%u\n", number, key);
+            UpdateTypes();
+        }
+    }
+    return base + number;
+}
+
+uint32_t TMAP::Find(uint32_t tk_ti) {
+    uint32_t fst_ti;
+    if (Lookup(tk_ti, fst_ti) != 0) return fst_ti;
+    if (updating) {
+        Trace("TMAP Update:Cannot find TASKING_type=%d yet\n", static_cast<int32_t>(tk_ti));
+        return TYPE_NOT_FOUND;
+    }
+    ++unresolved;
+    Trace("TMAP:Cannot find TASKING_type=%d about %X, storing as unresolved\n",
+          static_cast<int32_t>(tk_ti), LastOffset());
+    AddPending(tk_ti);
+    return tk_ti | TYPE_MARKER_BIT;
+}
+
+// With the trace on, a walk names the types that are still missing, so it has to visit their
+// references too.
+void TMAP::AddPending(uint32_t tk_ti) {
+    if (place_in_pending_.Find(tk_ti) != nullptr) return;
+    place_in_pending_.Put(tk_ti, static_cast<uint32_t>(pending.size()));
+    pending.push_back(tk_ti);
+    if (Report.DebugMode != 0) Types.References.Activate(tk_ti | TYPE_MARKER_BIT);
+}
+
+int TMAP::Lookup(uint32_t tk_ti, uint32_t& fst_ti) const {
+    const uint32_t* number = number_of_tk_.Find(tk_ti);
+    if (number == nullptr) return 0;
+    fst_ti = base + *number;
+    return 1;
+}
+
+int TMAP::FindPending(uint32_t marker, uint32_t from, uint32_t& number) const {
+    if (!IsTypeMarker(marker)) return 0;
+    int found = 0;
+    for (const uint32_t tk_ti : {marker, marker & ~TYPE_MARKER_BIT}) {
+        const uint32_t* place = place_in_pending_.Find(tk_ti);
+        if (place == nullptr || *place < from) continue;
+        number = found != 0 ? std::min(number, *place) : *place;
+        found = 1;
+    }
+    return found;
+}
+
+int TkAliasMap::Find(uint32_t tk_ti, uint32_t& fst_ti) const {
+    const uint32_t* found = pairs_.Find(tk_ti);
+    if (found == nullptr) return 0;
+    fst_ti = *found;
+    return 1;
+}
+
+}  // namespace scan695

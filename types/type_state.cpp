@@ -1,0 +1,15 @@
+#include "types/type_state.h"
+
+namespace scan695 {
+
+TypeState Types;
+
+void CreateTypeMaps() {
+    Types = TypeState();
+}
+
+void FreeTypeMaps() {
+    Types = TypeState();
+}
+
+}  // namespace scan695

@@ -1,0 +1,39 @@
+// The run state of the type scanner. A run starts by assigning a new TypeState.
+#pragma once
+
+#include <cstdint>
+
+#include "store/hash_index.h"
+#include "types/reference_index.h"
+#include "types/type_map.h"
+
+namespace scan695 {
+
+struct TypeState {
+    TMAP Map;
+    TkAliasMap Aliases;
+
+    // The placement of bitfields: one set for the whole scan, so a struct inside a member list
+    // overwrites it for the rest of the outer list.
+    uint32_t BfParentSize = 0;  // bytes of the struct or union opened last
+    uint32_t BfUnitOffset = 0;  // byte offset of the current storage unit
+    uint32_t BfUnitSize = 0;    // its bytes; C166 family only
+    uint32_t BfUnitType = 0;    // its basic type; 0 before the first unit
+
+    // Set by UpdateTypes when the last member of a struct has got its type: that struct's position
+    // in the TypeTable plus 100. Cleared by every ScanType.
+    uint32_t BitfieldsPending = 0;
+    uint32_t BitfieldsStruct = 0;
+
+    ReferenceIndex References;     // where forward references stand
+    HashIndex DisplacedPositions;  // type index to position, for records not at index less 100
+    HashIndex ChainEnds;           // attribute to the far end of its chain, see TypeSize
+};
+extern TypeState Types;
+
+// The type maps live from the start of a scan to its cleanup. FreeTypeMaps gives all their memory
+// back and can be called twice.
+void CreateTypeMaps();
+void FreeTypeMaps();
+
+}  // namespace scan695
