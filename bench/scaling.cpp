@@ -48,6 +48,7 @@ struct Case {
 Cost Measure(const std::function<void()>& work) {
     Cost best;
     for (int run = 0; run < RUNS; ++run) {
+        std::fflush(stdout);
         const Clock::time_point begin = Clock::now();
         const pid_t child = fork();
         if (child == 0) work();

@@ -84,11 +84,25 @@ uint32_t IndexBefore(const Records& records, size_t place) {
     return 0x46;
 }
 
+// The code of the block of the debug part that a place lies in; 0 for none.
+uint8_t BlockAround(const Records& records, size_t place) {
+    std::vector<uint8_t> open = {0};
+    for (size_t i = 0; i < place; ++i) {
+        if (records[i].size() > 1 && records[i][0] == 0xF8) open.push_back(records[i][1]);
+        if (!records[i].empty() && records[i][0] == 0xF9 && open.size() > 1) open.pop_back();
+    }
+    return open.back();
+}
+
+// Now and then, records where they do not belong.
 void AddRecords(Random& random, size_t part, Records& records) {
     const size_t place = Below(random, records.size() + 1);
     const uint32_t index = IndexBefore(records, place);
-    records.insert(records.begin() + static_cast<Place>(place),
-                   RandomRecords(random, part, index).vector());
+    const uint8_t block = Below(random, 16) == 0 ? static_cast<uint8_t>(Below(random, 12))
+                                                 : BlockAround(records, place);
+    const test::Bytes more = part == DEBUG_INFO ? RandomDebugRecords(random, block, index)
+                                                : RandomRecords(random, part, index);
+    records.insert(records.begin() + static_cast<Place>(place), more.vector());
 }
 
 void WrapInBlock(Random& random, Records& records) {
@@ -97,15 +111,15 @@ void WrapInBlock(Random& random, Records& records) {
     for (Place i = range.begin; i < range.end; ++i)
         body.Append(records[static_cast<size_t>(i)].data(), records[static_cast<size_t>(i)].size());
     records.erase(records.begin() + range.begin, records.begin() + range.end);
-    records.insert(records.begin() + range.begin, RandomBlock(random, body).vector());
+    records.insert(records.begin() + range.begin, RandomBlock(random, body, Below(random, 4) == 0).vector());
 }
 
 void MutateRecords(Random& random, size_t part, Records& records) {
     const uint32_t choice = Below(random, 16);
-    if (records.empty() || choice < 4) return AddRecords(random, part, records);
-    if (choice < 6) return Duplicate(random, records);
-    if (choice < 7) return Delete(random, records);
-    if (choice < 8) return Exchange(random, records);
+    if (records.empty() || choice < 5) return AddRecords(random, part, records);
+    if (choice < 7) return Duplicate(random, records);
+    if (choice < 8) return Delete(random, records);
+    if (choice < 9) return Exchange(random, records);
     if (choice < 10) return ChangeBytes(random, records);
     if (choice < 15) return ChangeNumber(random, records);
     return WrapInBlock(random, records);

@@ -103,30 +103,33 @@ Bytes RandomLines(Random& random, uint32_t index) {
     return lines;
 }
 
+Bytes RandomTypeRecord(Random& random, uint32_t index) {
+    return NamedType(index, RandomName(random), 0x100 + Below(random, 12), RandomType(random, 0));
+}
+
 // A small module with types, a scope and lines.
 Bytes RandomModule(Random& random, uint32_t index) {
     const Text name = RandomName(random);
     const Bytes symbol = RandomSymbol(random, index + 1) + RandomLifetimes(random, index + 1);
-    return Bb1(name, NamedType(index, RandomName(random), 0x100 + Below(random, 12),
-                               RandomType(random, 0))) +
-           Bb3(name, RandomBlock(random, symbol) + RandomSymbol(random, index + 2)) +
+    return Bb1(name, RandomTypeRecord(random, index)) +
+           Bb3(name, RandomBlock(random, symbol, true) + RandomSymbol(random, index + 2)) +
            Bb5("dir/m.c", RandomLines(random, index + 3));
 }
 
-Bytes RandomDebugRecords(Random& random, uint32_t index) {
+Bytes RandomAsmModule(Random& random) {
+    const uint32_t index = 0x46 + Below(random, 4);
+    return Bb10(RandomName(random), Bb11({.kind = Below(random, 7), .body =
+                    AsmLine(index, 1, RandomAddress(random))}));
+}
+
+Bytes RandomScopeRecords(Random& random, uint32_t index, uint8_t block) {
     const uint32_t other = 0x46 + Below(random, 4);
-    switch (Below(random, 12)) {
-        case 0: return RandomModule(random, other);
-        case 1: case 2: return RandomLifetimes(random, index);
-        case 3: return ParameterMark(index);
-        case 4: case 5: return RandomSymbol(random, other) + RandomLifetimes(random, other);
-        case 6: case 7: return NamedType(index, RandomName(random), 0x100 + Below(random, 12),
-                                         RandomType(random, 0));
-        case 8: return RandomLines(random, other);
-        case 9: return RandomBlock(random, RandomSymbol(random, other));
-        case 10: return Bb10(RandomName(random), Bb11({.kind = Below(random, 7), .body =
-                                 AsmLine(other, 1, RandomAddress(random))}));
-        default: return Bb5("m.c", RandomLines(random, other));
+    switch (Below(random, 6)) {
+        case 0: case 1: return RandomLifetimes(random, index);
+        case 2: return ParameterMark(index);
+        case 3: if (block != 0x0A) return RandomBlock(random, RandomSymbol(random, other), block == 3);
+            return AsmLine(other, RandomNumber(random), RandomAddress(random));
+        default: return RandomSymbol(random, other) + RandomLifetimes(random, other);
     }
 }
 
@@ -148,12 +151,12 @@ uint32_t RandomNumber(Random& random) {
     return Below(random, 2) == 0 ? Below(random, 16) : RandomAddress(random);
 }
 
-Bytes RandomBlock(Random& random, const Bytes& body) {
+Bytes RandomBlock(Random& random, const Bytes& body, bool global) {
     const uint32_t begin = RandomAddress(random);
     const FunctionBlock block = {.name = RandomName(random), .stack = Below(random, 8),
                                  .type = RandomTypeNumber(random), .begin = begin,
                                  .end = begin + Below(random, 16), .body = body};
-    return Below(random, 2) == 0 ? Bb4(block) : Bb6(block);
+    return global && Below(random, 2) == 0 ? Bb4(block) : Bb6(block);
 }
 
 Bytes RandomModules(Random& random, uint32_t most) {
@@ -161,6 +164,15 @@ Bytes RandomModules(Random& random, uint32_t most) {
     for (uint32_t n = 1 + Below(random, most); n > 0; --n)
         modules += RandomModule(random, 0x46 + Below(random, 100));
     return modules;
+}
+
+Bytes RandomDebugRecords(Random& random, uint8_t block, uint32_t index) {
+    switch (block) {
+        case 0: return Below(random, 3) == 0 ? RandomAsmModule(random) : RandomModule(random, index);
+        case 1: case 2: return RandomTypeRecord(random, index);
+        case 5: return RandomLines(random, index);
+        default: return RandomScopeRecords(random, index, block);
+    }
 }
 
 Bytes RandomRecords(Random& random, size_t part, uint32_t index) {
@@ -174,7 +186,7 @@ Bytes RandomRecords(Random& random, size_t part, uint32_t index) {
             return PublicSymbol(32 + Below(random, 8), RandomName(random), RandomTypeNumber(random),
                                 ATTRIBUTES[Below(random, 4)], RandomAddress(random));
         case DATA: return RandomLoad(random);
-        case DEBUG_INFO: return RandomDebugRecords(random, index);
+        case DEBUG_INFO: return RandomDebugRecords(random, 0, index);
         default: return Atn(index, 0, 37 + Below(random, 20), 1, 1);
     }
 }

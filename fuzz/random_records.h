@@ -22,7 +22,9 @@ uint32_t RandomNumber(Random& random);
 test::Bytes RandomRecords(Random& random, size_t part, uint32_t index);
 // The debug part of up to `most` compiled modules.
 test::Bytes RandomModules(Random& random, uint32_t most);
-// An inner or a global block around a body.
-test::Bytes RandomBlock(Random& random, const test::Bytes& body);
+// The same for the debug part, inside a block of this code; 0 outside all blocks.
+test::Bytes RandomDebugRecords(Random& random, uint8_t block, uint32_t index);
+// A block around a body, inner or, where that may be, global.
+test::Bytes RandomBlock(Random& random, const test::Bytes& body, bool global);
 
 }  // namespace scan695::fuzz

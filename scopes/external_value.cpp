@@ -20,10 +20,13 @@ std::string_view EntryName(const ExternalWalk& walk, const ExternalEntry& entry)
     return std::string_view(walk.names).substr(entry.name_at, entry.name_length);
 }
 
+// Tells whether an entry has the name.
+auto HasName(const ExternalWalk& walk, std::string_view name) {
+    return [&walk, name](uint32_t number) { return EntryName(walk, walk.entries[number]) == name; };
+}
+
 const ExternalEntry* FindEntry(const ExternalWalk& walk, std::string_view name) {
-    const uint32_t found = walk.by_name.Find(HashName(name), [&](uint32_t number) {
-        return EntryName(walk, walk.entries[number]) == name;
-    });
+    const uint32_t found = walk.by_name.Find(HashName(name), HasName(walk, name));
     return found == MatchIndex::NONE ? nullptr : &walk.entries[found];
 }
 
@@ -35,12 +38,11 @@ void ReadSegmentRecord(ExternalWalk& walk) {
 }
 
 void AddEntry(ExternalWalk& walk, std::string_view name, uint32_t address) {
-    if (FindEntry(walk, name) != nullptr) return;
     const auto number = static_cast<uint32_t>(walk.entries.size());
+    if (!walk.by_name.AddNew(HashName(name), number, HasName(walk, name))) return;
     walk.entries.push_back({static_cast<uint32_t>(walk.names.size()),
                             static_cast<uint32_t>(name.size()), address, walk.nof_segments});
     walk.names += name;
-    walk.by_name.Add(HashName(name), number);
 }
 
 // The group of one public symbol; one without an address ends the walk.

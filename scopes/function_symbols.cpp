@@ -10,7 +10,7 @@ void FunctionSymbols::Update(ChunkFile& table, uint32_t count) {
         SYMINFO record = {};
         ReadRecord(table, nof_records_, record);
         if (record.mem_type != MEM_CODE || record.type_index < FIRST_TYPE_INDEX) continue;
-        if (Find(record.value) == MatchIndex::NONE) records_.Add(record.value, nof_records_);
+        records_.AddNew(record.value, nof_records_);
     }
 }
 

@@ -1,6 +1,5 @@
 #include "scopes/mark_groups.h"
 
-#include <algorithm>
 #include <set>
 #include <span>
 #include <utility>
@@ -53,7 +52,11 @@ class MarkGroup {
   public:
     // `start` is the group's place in the whole list, for the trace.
     MarkGroup(std::span<const TkLoc> marks, size_t start)
-        : marks_(marks), start_(start), alive_(marks.size(), 1), nof_alive_(marks.size()) {
+        : marks_(marks),
+          start_(start),
+          alive_(marks.size(), 1),
+          nof_alive_(marks.size()),
+          removed_(marks.size() + 1, 0) {
         for (uint32_t i = 0; i < marks.size(); ++i) {
             places_.Add(marks[i], i);
             if (marks[i].IsEnd()) ++nof_ends_;
@@ -82,9 +85,8 @@ class MarkGroup {
             if (!marks_[a].IsEnd()) continue;
             const uint32_t b = places_.First(false, marks_[a].addr);
             if (b == NOWHERE) continue;
-            if (Report.DebugMode != 0)
-                Trace(" removing multiple B-E pair(%d,%d): addr=%x\n", Place(b), Place(a),
-                      marks_[b].PC);
+            Trace(" removing multiple B-E pair(%d,%d): addr=%x\n", Place(b), Place(a),
+                  marks_[b].PC);
             RemovePair(a, b);
         }
     }
@@ -97,8 +99,7 @@ class MarkGroup {
             if (!places_.HasTwin(of_ends, marks_[a].addr)) continue;
             const uint32_t k = places_.First(!of_ends, marks_[a].addr);
             if (k == NOWHERE) return;
-            if (Report.DebugMode != 0)
-                Trace(" removing B-E pair(%d,%d): addr=%x\n", Place(a), Place(k), marks_[a].PC);
+            Trace(" removing B-E pair(%d,%d): addr=%x\n", Place(a), Place(k), marks_[a].PC);
             RemovePair(a, k);
         }
     }
@@ -107,21 +108,27 @@ class MarkGroup {
         for (const uint32_t i : {a, b}) {
             places_.Remove(marks_[i], i);
             alive_[i] = 0;
+            for (size_t node = i + 1; node < removed_.size(); node += LowBit(node))
+                ++removed_[node];
         }
         nof_alive_ -= 2;
     }
 
     // Where the mark stands in the whole list, removed ones left out.
     int32_t Place(uint32_t i) const {
-        return static_cast<int32_t>(start_) +
-               static_cast<int32_t>(std::count(alive_.begin(), alive_.begin() + i, 1));
+        uint32_t before = 0;
+        for (size_t node = i; node > 0; node -= LowBit(node)) before += removed_[node];
+        return static_cast<int32_t>(start_ + i - before);
     }
+
+    static size_t LowBit(size_t node) { return node & (~node + 1); }
 
     std::span<const TkLoc> marks_;
     size_t start_;
     std::vector<uint8_t> alive_;
     size_t nof_alive_;
     size_t nof_ends_ = 0;
+    std::vector<uint32_t> removed_;  // binary indexed tree over the removed ones
     MarkPlaces places_;
 };
 

@@ -12,11 +12,21 @@ class MatchIndex {
   public:
     static constexpr uint32_t NONE = 0xFFFFFFFF;
 
-    // Adds an item, which is any number but NONE. A key may have several.
-    void Add(uint32_t key, uint32_t item) {
+    // Adds an item, which is any number but NONE, unless matches(item) holds for one of the key.
+    // True when it was added.
+    template <class Matches>
+    bool AddNew(uint32_t key, uint32_t item, Matches matches) {
         if (2 * (count_ + 1) > slots_.size()) Grow();
-        Place({key, item});
+        size_t at = Home(key);
+        for (; slots_[at].item != NONE; at = (at + 1) & Mask())
+            if (slots_[at].key == key && matches(slots_[at].item)) return false;
+        slots_[at] = {key, item};
         ++count_;
+        return true;
+    }
+    // The same for a key that stands for itself: the first item of a key stays.
+    bool AddNew(uint32_t key, uint32_t item) {
+        return AddNew(key, item, [](uint32_t) { return true; });
     }
 
     // An item of the key for which matches(item) holds; NONE without one.

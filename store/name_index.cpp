@@ -17,18 +17,22 @@ uint32_t HashName(std::string_view name) {
     return hash;
 }
 
+bool NameIndex::HasName(uint32_t name_offs, std::string_view name) {
+    StoredName stored;
+    return ReadStoredName(name_offs, stored) != 0 && name == stored.text;
+}
+
 bool NameIndex::Contains(std::string_view name) const {
-    const auto has_name = [name](uint32_t name_offs) {
-        StoredName stored;
-        return ReadStoredName(name_offs, stored) != 0 && name == stored.text;
-    };
-    return offsets_.Find(HashName(name), has_name) != MatchIndex::NONE;
+    const auto matches = [name](uint32_t name_offs) { return HasName(name_offs, name); };
+    return offsets_.Find(HashName(name), matches) != MatchIndex::NONE;
 }
 
 int NameIndex::Add(uint32_t name_offs) {
-    StoredName name;
-    if (ReadStoredName(name_offs, name) == 0) return 0;
-    if (!Contains(name.text)) offsets_.Add(HashName(name.text), name_offs);
+    StoredName stored;
+    if (ReadStoredName(name_offs, stored) == 0) return 0;
+    const std::string_view name = stored.text;
+    const auto matches = [name](uint32_t other) { return HasName(other, name); };
+    offsets_.AddNew(HashName(name), name_offs, matches);
     return 1;
 }
 

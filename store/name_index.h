@@ -38,6 +38,7 @@ class NameIndex {
     bool Contains(std::string_view name) const;
 
   private:
+    static bool HasName(uint32_t name_offs, std::string_view name);
     int Add(uint32_t name_offs);
 
     MatchIndex offsets_;  // by hash of the name; equal names have one entry

@@ -42,22 +42,11 @@ void RangeTable::Free() {
     count_ = 0;
 }
 
-// The last page that begins at or before the number. Pages are about equally full, so the number
-// tells nearly where to look; from there the search widens in growing steps.
+// The last page that begins at or before the number.
 int32_t RangeTable::FindPage(int32_t number) {
     const int32_t in_last = number - firsts_[last_page_];
     if (in_last >= 0 && in_last < pages_[last_page_]->count) return last_page_;
-    auto low = static_cast<int32_t>(int64_t{number} * page_count_ / (count_ + 1));
-    int32_t high = low + 1;
-    for (int32_t step = 1; firsts_[low] > number; step *= 2) {
-        high = low;
-        low = std::max(low - step, 0);
-    }
-    for (int32_t step = 1; high < page_count_ && firsts_[high] <= number; step *= 2) {
-        low = high;
-        high = std::min(high + step, page_count_);
-    }
-    const int32_t* behind = std::upper_bound(firsts_ + low, firsts_ + high, number);
+    const int32_t* behind = std::upper_bound(firsts_ + 1, firsts_ + page_count_, number);
     last_page_ = static_cast<int32_t>(behind - firsts_) - 1;
     return last_page_;
 }

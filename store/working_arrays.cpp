@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "report/report.h"
+#include "store/image_cache.h"
 #include "store/quick_sort.h"
 #include "store/tables.h"
 
@@ -24,6 +25,7 @@ void FreePostProcessWork() {
     Work.FoundTypes.reset();
     Work.Ranges.Free();
     Work.CompareCallback = nullptr;
+    CloseImageCache();
 }
 
 void* AllocateEntries(const char* operation, uint32_t count, size_t entry_size) {

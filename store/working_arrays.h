@@ -64,7 +64,8 @@ struct WorkState {
 };
 extern WorkState Work;
 
-// Frees whatever exists: called by every report, and at the start of a run for a fresh state.
+// Frees whatever exists and closes the image cache: called by every report, and at the start of a run
+// for a fresh state.
 void FreePostProcessWork();
 
 // `count` cleared entries. `operation` is named in the trace of a failure; null for none.

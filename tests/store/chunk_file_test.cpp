@@ -156,14 +156,14 @@ TEST_F(Items, ArePaddedAndNeverAtZero) {
 TEST_F(Items, NamesAreCutInTheCallersBuffer) {
     ReserveFstHeader();
     int16_t longest = 3;
-    for (const size_t length : {0, 2, 31, 32, 40}) {
+    for (const uint32_t length : {0U, 2U, 31U, 32U, 40U}) {
         char text[50] = {};
         std::memset(text, 'a', length);
         const auto end = static_cast<uint32_t>(Store.FstImage.Size());
         EXPECT_EQ(StoreCountedName(text, longest), end);
-        const size_t kept = std::min<size_t>(length, 31);
+        const uint32_t kept = std::min(length, 31U);
         EXPECT_EQ(std::strlen(text), kept);
-        EXPECT_EQ(longest, std::max<size_t>(kept, 3));
+        EXPECT_EQ(longest, static_cast<int>(std::max(kept, 3U)));
         EXPECT_EQ(static_cast<uint32_t>(Store.FstImage.Size()), end + (kept + 4) / 4 * 4);
     }
 }

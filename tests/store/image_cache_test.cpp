@@ -1,5 +1,7 @@
 // The order in which the cache gives up its blocks, seen from outside: a read that the cache serves
 // leaves the position of the image alone.
+#include "store/image_cache.h"
+
 #include <algorithm>
 
 #include "tests/store/store_fixture.h"

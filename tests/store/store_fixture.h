@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "report/report.h"
-#include "store/image_cache.h"
 #include "store/tables.h"
 #include "store/working_arrays.h"
 
@@ -24,7 +23,6 @@ class StoreTest : public testing::Test {
     ~StoreTest() override { Reset(); }
 
     static void Reset() {
-        CloseImageCache();
         FreePostProcessWork();
         Store = StoreState();
         Report = ReportState();

@@ -1,0 +1,33 @@
+// The examples of docs/stf.md stand so in the STF files of the samples.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/support/convert.h"
+
+namespace scan695::test {
+namespace {
+
+std::string SampleStf(const char* name) {
+    const std::filesystem::path samples = SCAN695_SOURCE_DIR "/samples";
+    return UnixLines(ConvertFile(samples / name, ScratchDirectory() / "t.stf").stf);
+}
+
+TEST(Docs, StfExamples) {
+    const std::string stf = SampleStf("c166.abs") + SampleStf("tricore.abs");
+    const std::string page = ReadWholeFile(SCAN695_SOURCE_DIR "/docs/stf.md");
+    const std::string fence = "```\n";
+    int examples = 0;
+    for (size_t begin = page.find(fence); begin != std::string::npos; ++examples) {
+        begin += fence.size();
+        const size_t end = page.find(fence, begin);
+        ASSERT_NE(end, std::string::npos);
+        const std::string example = page.substr(begin, end - begin);
+        EXPECT_NE(stf.find("\n" + example), std::string::npos) << example;
+        begin = page.find(fence, end + fence.size());
+    }
+    EXPECT_GT(examples, 8);
+}
+
+}  // namespace
+}  // namespace scan695::test
