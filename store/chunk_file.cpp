@@ -107,6 +107,17 @@ int ChunkFile::Transfer(Direction direction, void* buffer, int32_t length, int32
     return 1;
 }
 
+const uint8_t* ChunkFile::View(uint32_t offset, uint32_t length, uint8_t* buffer) const {
+    const uint32_t in_chunk = offset % CHUNK_SIZE;
+    if (length <= CHUNK_SIZE - in_chunk && offset < size_ && length <= size_ - offset)
+        return chunks_[offset / CHUNK_SIZE] + in_chunk;
+    for (uint32_t i = 0; i < length; ++i) {
+        const uint32_t at = offset + i;
+        buffer[i] = at >= offset && at < size_ ? chunks_[at / CHUNK_SIZE][at % CHUNK_SIZE] : 0;
+    }
+    return buffer;
+}
+
 int ChunkFile::GetByte() {
     if (position_ >= size_) return -1;
     const uint8_t byte = chunks_[position_ / CHUNK_SIZE][position_ % CHUNK_SIZE];

@@ -47,6 +47,10 @@ class ChunkFile {
         return Transfer(WRITE, const_cast<void*>(buffer), length, Size());
     }
 
+    // The bytes at an offset without a copy where they stand in one chunk, else copied to the
+    // buffer; bytes behind the end are zero. The position stays. Valid until the file changes.
+    const uint8_t* View(uint32_t offset, uint32_t length, uint8_t* buffer) const;
+
     // The byte at the position as 0 to 255, or -1 when there is none; the position moves by one.
     int GetByte();
     // Writes one byte at the position: the byte, or -1 when there is no memory.

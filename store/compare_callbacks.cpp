@@ -1,6 +1,7 @@
 #include "store/compare_callbacks.h"
 
 #include "platform/text_case.h"
+#include "store/tables.h"
 #include "store/working_arrays.h"
 
 namespace scan695 {
@@ -10,6 +11,12 @@ namespace {
 template <class Key>
 int Compare(Key a, Key b) {
     return a < b ? -1 : a > b ? 1 : 0;
+}
+
+// At the end of the image fewer bytes stand, which is enough for a name with its NUL.
+const char* NameAt(uint32_t record, uint8_t* buffer) {
+    return reinterpret_cast<const char*>(
+        Store.FstImage.View(Work.NameWork[record], NAME_SIZE, buffer));
 }
 
 }  // namespace
@@ -34,7 +41,9 @@ int CompareSymbolAddresses(uint32_t a, uint32_t b) {
 }
 
 int CompareNames(uint32_t a, uint32_t b) {
-    return CompareNoCase(Work.NameWork[a].text, Work.NameWork[b].text, NAME_SIZE);
+    uint8_t x[NAME_SIZE];
+    uint8_t y[NAME_SIZE];
+    return CompareNoCase(NameAt(a, x), NameAt(b, y), NAME_SIZE);
 }
 
 int CompareLineAddresses(uint32_t a, uint32_t b) {

@@ -53,6 +53,7 @@ void SortBlocks() {
     SortRecords(CompareBlocks, count);
     header.block_addr_index_offs = SeekImageEnd();
     WriteIndex(0, count);
+    Work.BlockWork.reset();
 }
 
 }  // namespace scan695

@@ -12,11 +12,11 @@ void SortTypes();
 // Loads ModuleWork and completes the modules' counts and first symbols; writes nothing.
 void PrepareModules();
 
-// Block records with their counts and first symbols, and the index by address. Leaves BlockWork.
+// Block records with their counts and first symbols, and the index by address.
 void SortBlocks();
 
 // Symbol records with their sizes, global ones first, then module by module and block by block; the
-// indexes by address and by name, in slices of the same scopes. Frees BlockWork.
+// indexes by address and by name, in slices of the same scopes.
 void SortSymbols();
 
 // Line records; the indexes by address and by number, in slices for each module, and the one of all

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "report/report.h"
 #include "store/compare_callbacks.h"
 #include "store/sort_passes.h"
@@ -9,15 +11,29 @@ namespace scan695 {
 
 namespace {
 
+constexpr uint32_t PIECE = 4096;  // symbols in memory while they move
+
 // Moves the symbols of one scope from their table into the image.
 void WriteScope(ChunkFile& table, uint32_t first, uint32_t count) {
-    init_table32(table, Work.SymbolWork, sizeof(SYMINFO), first, count);
-    for (uint32_t i = 0; i < count; ++i) {
-        SYMINFO& symbol = Work.SymbolWork[i];
-        symbol.size = SymbolSize(&symbol.value, &symbol.type_index, &symbol.mem_type);
+    for (uint32_t done = 0; done < count; done += PIECE) {
+        const uint32_t piece = std::min(PIECE, count - done);
+        init_table32(table, Work.SymbolWork, sizeof(SYMINFO), first + done, piece);
+        for (uint32_t i = 0; i < piece; ++i) {
+            SYMINFO& symbol = Work.SymbolWork[i];
+            symbol.size = SymbolSize(&symbol.value, &symbol.type_index, &symbol.mem_type);
+        }
+        WriteTable(Work.SymbolWork.get(), sizeof(SYMINFO), sizeof(SYMINFO), piece);
+        Work.SymbolWork.reset();
     }
-    WriteTable(Work.SymbolWork.get(), sizeof(SYMINFO), sizeof(SYMINFO), count);
-    Work.SymbolWork.reset();
+}
+
+// The finished record of a block, back from the image.
+BLOCKINFO ReadBlock(uint32_t number) {
+    BLOCKINFO block;
+    SeekImage(Store.Header.blocks_offs + uint64_t{number} * sizeof block);
+    ReadFromImage(&block, sizeof block);
+    SeekImageEnd();
+    return block;
 }
 
 void WriteSymbols() {
@@ -35,7 +51,7 @@ void WriteSymbols() {
     Store.ModuleSymbolTable.Free();
 
     for (uint32_t i = 0; i < header.nof_blocks; ++i) {
-        const BLOCKINFO& block = Work.BlockWork[i].record;
+        const BLOCKINFO block = ReadBlock(i);
         if (block.nof_symbols != 0)
             WriteScope(Store.BlockSymbolTable,
                        block.first_symbol - header.nof_module_symbols - header.nof_global_symbols,
@@ -71,7 +87,7 @@ uint32_t WriteSymbolIndex(CompareFunction compare) {
         WriteSlice(compare, module.first_symbol, module.nof_symbols);
     }
     for (uint32_t i = 0; i < header.nof_blocks; ++i) {
-        const BLOCKINFO& block = Work.BlockWork[i].record;
+        const BLOCKINFO block = ReadBlock(i);
         if (block.nof_symbols == 0) continue;
         Trace("Sorting %d symbols in block %d\n", block.nof_symbols, static_cast<int32_t>(i));
         WriteSlice(compare, block.first_symbol, block.nof_symbols);
@@ -87,7 +103,6 @@ void SortSymbols() {
     WriteSymbols();
     Store.Header.symbol_addr_index_offs = WriteSymbolIndex(CompareSymbolAddresses);
     Store.Header.symbol_name_index_offs = WriteSymbolIndex(CompareNames);
-    Work.BlockWork.reset();
 }
 
 }  // namespace scan695

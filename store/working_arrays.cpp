@@ -64,15 +64,12 @@ void init_symbols(uint32_t first, uint32_t count) {
 
 void init_names(const void* entries, size_t entry_size, uint32_t count) {
     Work.NameWork.reset(
-        static_cast<NameEntry*>(AllocateEntries("init_names", count, sizeof(NameEntry))));
+        static_cast<uint32_t*>(AllocateEntries("init_names", count, sizeof(uint32_t))));
     const auto* entry = static_cast<const uint8_t*>(entries);
     for (uint32_t i = 0; i < count; ++i, entry += entry_size) {
         ProgressTick();
-        uint32_t name_offs;
-        std::memcpy(&name_offs, entry, sizeof name_offs);
-        SeekImage(name_offs);
-        // Near the end of the image fewer bytes come, which is enough for a name with its NUL.
-        Store.FstImage.Read(&Work.NameWork[i], sizeof(NameEntry));
+        std::memcpy(&Work.NameWork[i], entry, sizeof(uint32_t));
+        SeekImage(Work.NameWork[i]);  // stops at an offset outside
     }
     SeekImageEnd();
 }

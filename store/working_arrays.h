@@ -27,9 +27,6 @@ struct BlockEntry {
 };
 
 inline constexpr uint32_t NAME_SIZE = MAX_NAME_LENGTH + 1;
-struct NameEntry {
-    char text[NAME_SIZE];
-};
 
 // What the symbol indexes are sorted by.
 struct SymbolEntry {
@@ -51,11 +48,11 @@ struct WorkState {
     WorkArray<uint32_t> SortIndex;      // record numbers being sorted
     WorkArray<TYPEINFO> TypeWork;       // all types
     WorkArray<MODULEINFO> ModuleWork;   // all modules, PrepareModules to SortModules
-    WorkArray<BlockEntry> BlockWork;    // all blocks, SortBlocks to SortSymbols
-    WorkArray<SYMINFO> SymbolWork;      // the symbols of one scope at a time, to be written
-    WorkArray<SymbolEntry> SymbolKeys;  // the same, to be sorted
+    WorkArray<BlockEntry> BlockWork;    // all blocks, during SortBlocks
+    WorkArray<SYMINFO> SymbolWork;      // some symbols of one scope, to be completed
+    WorkArray<SymbolEntry> SymbolKeys;  // the symbols of one scope, to be sorted
     WorkArray<LINEINFO> LineWork;       // the lines of one module, or all lines
-    WorkArray<NameEntry> NameWork;      // names of the records being sorted by name
+    WorkArray<uint32_t> NameWork;       // image offsets of the names of the records being sorted
     WorkArray<CodeEntry> CodeWork;      // all merged code blocks
     WorkArray<uint64_t> FilterWork;     // hash table of the kept global symbols
     WorkArray<uint32_t> FoundTypes;     // record numbers of types that symbols have asked for
@@ -64,8 +61,8 @@ struct WorkState {
 };
 extern WorkState Work;
 
-// Frees whatever exists and closes the image cache: called by every report, and at the start of a run
-// for a fresh state.
+// Frees whatever exists and closes the image cache: called by every report, and at the start of a
+// run for a fresh state.
 void FreePostProcessWork();
 
 // `count` cleared entries. `operation` is named in the trace of a failure; null for none.

@@ -21,6 +21,7 @@ constexpr DefinitionReader DEFINITION_READERS[] = {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-non-const-parameter): storing the name may cut it
 uint32_t ScanType(uint32_t tk_idx, int32_t level, char* name) {
     const NestingGuard guard(Scan.type_depth);
     Types.BitfieldsPending = 0;

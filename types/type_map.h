@@ -27,7 +27,7 @@ class TMAP {
     // back; while UpdateTypes runs nothing is counted and the result is TYPE_NOT_FOUND.
     uint32_t Find(uint32_t tk_ti);
 
-    // 1 and the newest type of that tk_ti, or 0; changes nothing.
+    // 1 and the newest type of that tk_ti (for 0 the newest nested type), or 0; changes nothing.
     int Lookup(uint32_t tk_ti, uint32_t& fst_ti) const;
 
     // The entry of `pending` from number `from` on whose marker is `marker`: 1 and its number, or

@@ -209,7 +209,7 @@ TEST_F(Command, Outputs) {
 // The library does not notice that the disk is full. 100 bytes are two whole records.
 TEST_F(Command, IncompleteOutput) {
     sandbox.Write("a.stf", "older");
-    for (const unsigned long limit : {90, 100}) {
+    for (const unsigned long limit : {90UL, 100UL}) {
         const Outcome outcome = sandbox.Run({"a.abs", "--quiet"}, {"", "", limit});
         EXPECT_EQ(outcome.status, 1);
         EXPECT_EQ(outcome.err, "scan695: a.stf: the output is incomplete (is the disk full?)\n");

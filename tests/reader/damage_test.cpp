@@ -12,10 +12,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The checked build is ten times slower: it tries every eighth value of a byte.
+// The checked build is many times slower and tries a part of the cases; the release tries all.
 #if defined(__SANITIZE_ADDRESS__)
-constexpr size_t VALUE_STEP = 8;
+constexpr size_t LENGTH_STEP = 7;
+constexpr size_t VALUE_STEP = 37;
 #else
+constexpr size_t LENGTH_STEP = 1;
 constexpr size_t VALUE_STEP = 1;
 #endif
 
@@ -46,7 +48,7 @@ TEST_P(Damage, EveryTruncation) {
     const std::vector<uint8_t> whole = SampleBytes(GetParam());
     ASSERT_FALSE(whole.empty());
     ASSERT_TRUE(EndsClearly(whole, true));
-    for (size_t length = 0; length < whole.size(); ++length) {
+    for (size_t length = 0; length < whole.size(); length += LENGTH_STEP) {
         const std::vector<uint8_t> bytes(whole.begin(), whole.begin() + static_cast<long>(length));
         ASSERT_TRUE(EndsClearly(bytes, length % 2 == 1)) << length;
     }

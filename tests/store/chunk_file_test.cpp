@@ -45,6 +45,11 @@ TEST(ChunkFile, WritesAndReadsLikeAFlatFile) {
                                     static_cast<int32_t>(position)),
                       1);
             const std::string there = flat.substr(position, length);
+            std::string buffer(length, '?');
+            const uint8_t* view =
+                file.View(position, length, reinterpret_cast<uint8_t*>(buffer.data()));
+            ASSERT_EQ(std::string(view, view + length),
+                      there + std::string(length - there.size(), '\0'));
             ASSERT_EQ(bytes, there + std::string(length - there.size(), '?'));
             if (length > 0) {
                 ASSERT_EQ(file.Position(), static_cast<int32_t>(position + there.size()));

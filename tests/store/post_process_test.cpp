@@ -2,6 +2,7 @@
 #include "store/post_process.h"
 
 #include "store/basic_types.h"
+#include "store/image_cache.h"
 #include "store/sort_passes.h"
 #include "store/symbol_size.h"
 #include "tests/store/store_fixture.h"
@@ -228,7 +229,7 @@ TEST_F(PostProcessTest, CountsOf16BitsWrap) {
     PrepareModules();
     EXPECT_EQ(Work.ModuleWork[0].nof_lines, 3);
     SortBlocks();
-    EXPECT_EQ(Work.BlockWork[0].record.nof_symbols, 2);
+    EXPECT_EQ(GetBlockRecord(0, nullptr)->nof_symbols, 2);
     EXPECT_EQ(Store.Header.max_block_symbols, 2);  // 0x8002 is below 0 as a signed number
     // The section holds 2 and 0x8000 records; the slice of the second block begins behind them.
     EXPECT_STOP(SortSymbols(), "Error: cannot read temporary buffer\n");
@@ -239,12 +240,6 @@ TEST_F(PostProcessTest, NothingAtAll) {
               "Filtering...           \b\b\b\b\b\b\b\b\b\bSorting...           "
               "\b\b\b\b\b\b\b\b\b\bWarning: no code/data detected\ndone.\n");
     EXPECT_EQ(Store.FstImage.Size(), 136);
-    AddBlock(1, 1, -1, 0);
-    SortBlocks();
-    SortSymbols();
-    EXPECT_NE(Work.BlockWork, nullptr);  // left for the clean-up
-    EXPECT_EQ(ConsoleOf([] { ReportAndGoOn("%s", ""); }), "\n");
-    EXPECT_EQ(Work.BlockWork, nullptr);
 }
 
 TEST_F(PostProcessTest, InterruptStops) {

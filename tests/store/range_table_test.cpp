@@ -158,21 +158,6 @@ class RangeTest : public StoreTest {
     }
 };
 
-TEST_F(RangeTest, Find) {
-    Fill({{1, 0x100, 0x10}, {2, 0x120, 0}, {3, 0x120, 0x10}});
-    const struct {
-        uint32_t address;
-        int32_t containing, below, above;
-    } cases[] = {{0xFF, -1, -1, 0}, {0x100, 0, -1, 1}, {0x10F, 0, -1, 1}, {0x110, -1, 0, 1},
-                 {0x11F, -1, 0, 1}, {0x120, 2, 1, -1}, {0x12F, 2, 1, -1}, {0x130, -1, 2, -1}};
-    for (const auto& c : cases) {
-        const FoundRanges found = FindRange(Work.Ranges, c.address);
-        EXPECT_EQ(found.containing, c.containing) << c.address;
-        EXPECT_EQ(found.below, c.below) << c.address;
-        EXPECT_EQ(found.above, c.above) << c.address;
-    }
-}
-
 TEST_F(RangeTest, EachCase) {
     const RANGEINFO a = {1, 0x100, 0x10}, b = {2, 0x120, 0x10}, c = {3, 0x140, 0x10};
     const struct {
@@ -360,22 +345,6 @@ TEST_F(Build, WithoutCodeOrModules) {
     Report.DebugMode = 1;
     EXPECT_EQ(ConsoleOf([] { EXPECT_EQ(Run({}, {}, {}, {}), Ranges()); }), "");
     EXPECT_EQ(Store.Header.ranges_offs, 0U);
-}
-
-TEST_F(Build, ManyInterleavedStretches) {
-    std::vector<BLOCKINFO> blocks;
-    std::vector<std::vector<uint32_t>> lines(50);
-    for (uint32_t i = 0; i < 30'000; ++i) {
-        // Ascending from both ends towards the middle, so that entries go in everywhere.
-        const uint32_t place = i % 2 == 0 ? i : 60'000 - i;
-        blocks.push_back(Block(static_cast<int32_t>(place % 50), 0x1000 + place * 64, 32));
-        lines[(place + 1) % 50].push_back(0x1010 + place * 64);
-    }
-    const Ranges ranges = Run(blocks, lines, {}, {});
-    ASSERT_EQ(ranges.size(), 30'000U);
-    EXPECT_EQ(ranges[1], RANGEINFO({2, 0x1000 + 2 * 64, 32}));
-    EXPECT_TRUE(std::is_sorted(ranges.begin(), ranges.end(),
-                               [](const auto& a, const auto& b) { return a.address < b.address; }));
 }
 
 }  // namespace

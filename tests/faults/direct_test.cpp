@@ -1,0 +1,102 @@
+// Fatal conditions that no input brings about: the store has lost what the run relies on.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "reader/external_part.h"
+#include "scopes/conversions.h"
+#include "scopes/lifetime_fixup.h"
+#include "scopes/modules.h"
+#include "scopes/scope_state.h"
+#include "reader/scan_state.h"
+#include "stf/type_words.h"
+#include "store/tables.h"
+#include "tests/faults/hooks.h"
+#include "tests/faults/samples.h"
+
+namespace scan695::test {
+namespace {
+
+constexpr uint32_t BEYOND = 0x7FFFFFFF;
+
+// The image holds its header and 16 bytes; the k-th move from now on fails.
+void StoreWithFault(uint64_t failing_store_move) {
+    uint8_t bytes[16] = {};
+    ReserveFstHeader();
+    StoreInImage(bytes, sizeof bytes);
+    Faults = {.failing_store_move = failing_store_move};
+}
+
+void LostSymbolName() {
+    SYMINFO symbol = {};
+    symbol.name_offs = BEYOND;
+    AppendRecord(Store.GlobalSymbolTable, symbol);
+    Store.Header.nof_global_symbols = 1;
+    SymbolDefined("x");
+}
+
+void LostModuleName() {
+    MODULEINFO module = {};
+    module.name_offs = BEYOND;
+    AppendRecord(Store.ModuleTable, module);
+    Scan.CurrentModule = 0;
+    ModuleExists("x");
+}
+
+void LostLifetime() {
+    SYMINFO symbol = {};
+    symbol.locinfo_offs = BEYOND;
+    symbol.nof_locs = 1;
+    LOCINFO location = {};
+    location.end_address = 0xFFFFFFFF;
+    Store.Header.nof_block_symbols = 1;
+    WatchLifetime(0, symbol, 1, location);
+    CloseLifetimes(0, 0x100);
+}
+
+// Runs in a child; what it prints comes back.
+std::string ConsoleOf(void (*run)(), int& status) {
+    const std::filesystem::path console = ScratchDirectory() / "console";
+    std::fflush(stdout);
+    const pid_t child = fork();
+    if (child == 0) {
+        if (std::freopen("/dev/null", "r", stdin) == nullptr ||
+            std::freopen(console.c_str(), "w", stdout) == nullptr)
+            std::_Exit(99);
+        run();
+        std::_Exit(98);
+    }
+    waitpid(child, &status, 0);
+    return ReadWholeFile(console);
+}
+
+TEST(Direct, Messages) {
+    constexpr uint32_t AT = sizeof(FstHeader);
+    const struct {
+        const char* message;
+        void (*run)();
+    } cases[] = {
+        {"outName SEEK error", [] { outName("key", BEYOND); }},
+        {"outName restoring", [] { StoreWithFault(3), outName("key", AT); }},
+        {"outField seek error", [] { outField(1, BEYOND); }},
+        {"outField read error", [] { StoreWithFault(2), outField(1, AT); }},
+        {"outField restoring", [] { StoreWithFault(3), outField(1, AT); }},
+        {"Cannot SEEK for SymName\n", LostSymbolName},
+        {"Error: cannot read temporary buffer\n", LostModuleName},
+        {"Error: cannot read temporary buffer\n", LostLifetime},
+        {"CvtTkMemType: unknown processor\n", [] { CvtTkMemType(0); }},
+        {"CvtTkStorageClass: unknown processor\n", [] { CvtTkStorageClass(1); }},
+        {"Error: not enough memory\n", [] { Faults = {.failing_store_move = 1}, ReserveFstHeader(); }},
+    };
+    for (const auto& c : cases) {
+        int status = 0;
+        const std::string console = ConsoleOf(c.run, status);
+        EXPECT_EQ(console, c.message + PROMPT);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << c.message;
+    }
+}
+
+}  // namespace
+}  // namespace scan695::test

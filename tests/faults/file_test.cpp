@@ -1,0 +1,133 @@
+// Reads and writes that fail. Whatever happens, the input stays as it was.
+#include <gtest/gtest.h>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include "tests/faults/hooks.h"
+#include "tests/faults/samples.h"
+#include "tests/support/in_process.h"
+
+namespace scan695::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string OPEN_INPUT = "Error: cannot open object/symbol file\n";
+const std::string OPEN_OUTPUT = "Error: cannot open output file\n";
+const std::string WRITE_OUTPUT = "Error: cannot write to output file\n";
+
+class Files : public testing::Test {
+  protected:
+    Files() { WriteWholeFile(input_, bytes_); }
+    ~Files() override {
+        Faults = Hooks();
+        const std::string now = ReadWholeFile(input_);
+        EXPECT_TRUE(now == std::string(bytes_.begin(), bytes_.end()));
+    }
+
+    std::vector<uint8_t> bytes_ = SampleBytes("tricore.abs");
+    fs::path directory_ = ScratchDirectory();
+    fs::path input_ = directory_ / "t.abs";
+    fs::path stf_ = directory_ / "t.stf";
+    fs::path fst_ = directory_ / "T.FST";
+};
+
+TEST_F(Files, Input) {
+    fs::create_directory(directory_ / "directory");
+    WriteWholeFile(directory_ / "empty", {});
+    const struct {
+        const char* what;
+        std::string path;
+        std::string message;
+    } cases[] = {
+        {"missing", "nothing.abs", OPEN_INPUT},
+        {"below a file", "t.abs/t.abs", OPEN_INPUT},
+        {"missing directory", "nothing/t.abs", OPEN_INPUT},
+        {"a path longer than the system takes", std::string(5000, 'x'), OPEN_INPUT},
+        {"a directory", "directory", NO_MEMORY},
+        {"empty", "empty", "Unexpected end of file at 0\n"},
+    };
+    for (const auto& c : cases)
+        for (const bool debug : {false, true})
+            EXPECT_TRUE(StoppedWith(ConvertFile(directory_ / c.path, stf_, debug), c.message))
+                << c.what;
+    EXPECT_TRUE(fs::is_directory(directory_ / "directory"));
+}
+
+TEST_F(Files, ShortRead) {
+    Faults.short_read = true;
+    const Converted result = ConvertInProcess(input_, stf_, true);
+    EXPECT_TRUE(StoppedWith(result, NO_MEMORY)) << result.console;
+    EXPECT_FALSE(fs::exists(stf_));
+}
+
+TEST_F(Files, Stf) {
+    for (const char* path : {"t.abs/t.stf", "nothing/t.stf", "."})
+        for (const bool debug : {false, true})
+            EXPECT_TRUE(StoppedWith(ConvertFile(input_, directory_ / path, debug), OPEN_OUTPUT))
+                << path;
+    // A write that fails isn't noticed.
+    EXPECT_EQ(ConvertFile(input_, "/dev/full", false).status, 0);
+    const Converted result = ConvertFile(input_, "/dev/full", true);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_FALSE(result.fst.empty());
+}
+
+TEST_F(Files, Fst) {
+    const struct {
+        const char* what;
+        void (*prepare)(const fs::path& fst);
+        std::string message;
+        fs::file_type left;  // at the place of the FST file
+    } cases[] = {
+        {"a directory", [](const fs::path& fst) { fs::create_directory(fst); }, OPEN_OUTPUT,
+         fs::file_type::directory},
+        {"a link to the input", [](const fs::path& fst) { fs::create_symlink("t.abs", fst); },
+         OPEN_OUTPUT, fs::file_type::symlink},
+        {"a hard link to the input",
+         [](const fs::path& fst) { fs::create_hard_link(fst.parent_path() / "t.abs", fst); },
+         OPEN_OUTPUT, fs::file_type::regular},
+        {"a link into nothing", [](const fs::path& fst) { fs::create_symlink("no/where", fst); },
+         OPEN_OUTPUT, fs::file_type::not_found},
+        {"a full disk", [](const fs::path& fst) { fs::create_symlink("/dev/full", fst); },
+         WRITE_OUTPUT, fs::file_type::not_found},
+    };
+    for (const auto& c : cases) {
+        c.prepare(fst_);
+        const Converted result = ConvertFile(input_, stf_, true);
+        EXPECT_EQ(result.status, 1) << c.what;
+        EXPECT_TRUE(result.console.ends_with(c.message + PROMPT)) << c.what << result.console;
+        EXPECT_TRUE(result.stf.ends_with("}\r\n")) << c.what;
+        EXPECT_EQ(fs::symlink_status(fst_).type(), c.left) << c.what;
+        fs::remove_all(fst_);
+    }
+    EXPECT_TRUE(fs::exists("/dev/full"));
+}
+
+// A limit on the size of files stands for a disk that fills at that place.
+TEST_F(Files, DiskFillsDuringTheSave) {
+    const Converted sound = ConvertFile(input_, stf_, true);
+    ASSERT_EQ(sound.status, 0);
+    for (const size_t room : {size_t{0}, size_t{1}, sound.fst.size() / 2, sound.fst.size() - 1}) {
+        const pid_t child = fork();
+        if (child == 0) {
+            const struct rlimit limit = {room, RLIM_INFINITY};
+            std::signal(SIGXFSZ, SIG_IGN);
+            const int fd = open("/dev/null", O_RDWR);
+            dup2(fd, 0), dup2(fd, 1);
+            setrlimit(RLIMIT_FSIZE, &limit);
+            std::_Exit(RunConvert(input_, "/dev/null", true));
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(WEXITSTATUS(status), 1) << room;
+        EXPECT_FALSE(fs::exists(fst_)) << room;
+    }
+}
+
+}  // namespace
+}  // namespace scan695::test

@@ -1,0 +1,157 @@
+#include "tests/faults/hooks.h"
+
+#include <malloc.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+
+#include "store/chunk_file.h"
+
+namespace scan695::test {
+
+Hooks Faults;
+
+namespace {
+
+bool Inside = false;  // a conversion is running
+uint64_t Allocated = 0;
+
+void* Got(void* memory) {
+    Allocated += malloc_usable_size(memory);
+    return memory;
+}
+void* Given(void* memory) {
+    Allocated -= malloc_usable_size(memory);
+    return memory;
+}
+
+bool Fails(uint64_t& count, uint64_t failing) {
+    ++count;
+    return failing != 0 && (count == failing || (Faults.all_behind_fail_too && count > failing));
+}
+
+bool AllocationFails() {
+    return Inside && Fails(Faults.allocations, Faults.failing_allocation);
+}
+bool StoreMoveFails() { return Fails(Faults.store_moves, Faults.failing_store_move); }
+
+void InterruptAt(Moment moment) {
+    if (Inside && Faults.interrupt == moment) std::raise(SIGINT);
+}
+
+struct InsideConvert {
+    InsideConvert() {
+        Inside = true;
+        Faults.allocations = 0;
+    }
+    ~InsideConvert() { Inside = false; }
+};
+
+}  // namespace
+
+uint64_t AllocatedBytes() { return Allocated; }
+
+}  // namespace scan695::test
+
+using namespace scan695::test;
+
+// The linker puts these in front of the functions that they are named after.
+extern "C" {
+const char* __real_Convert(uint32_t word, const char* input, const char* stf, uint32_t debug);
+const char* __wrap_Convert(uint32_t word, const char* input, const char* stf, uint32_t debug);
+const char* __wrap_Convert(uint32_t word, const char* input, const char* stf, uint32_t debug) {
+    const InsideConvert inside;
+    return __real_Convert(word, input, stf, debug);
+}
+
+void* __real_malloc(size_t size);
+void* __wrap_malloc(size_t size);
+void* __wrap_malloc(size_t size) { return AllocationFails() ? nullptr : Got(__real_malloc(size)); }
+
+void __real_free(void* memory);
+void __wrap_free(void* memory);
+void __wrap_free(void* memory) { __real_free(Given(memory)); }
+
+void* __real_calloc(size_t count, size_t size);
+void* __wrap_calloc(size_t count, size_t size);
+void* __wrap_calloc(size_t count, size_t size) {
+    return AllocationFails() ? nullptr : Got(__real_calloc(count, size));
+}
+
+void* __real_realloc(void* memory, size_t size);
+void* __wrap_realloc(void* memory, size_t size);
+void* __wrap_realloc(void* memory, size_t size) {
+    if (AllocationFails()) return nullptr;
+    Given(memory);
+    return Got(__real_realloc(memory, size));
+}
+
+size_t __real_fread(void* buffer, size_t size, size_t count, std::FILE* file);
+size_t __wrap_fread(void* buffer, size_t size, size_t count, std::FILE* file);
+size_t __wrap_fread(void* buffer, size_t size, size_t count, std::FILE* file) {
+    InterruptAt(Moment::kLoad);
+    const size_t read = __real_fread(buffer, size, count, file);
+    return Inside && Faults.short_read && read > 0 ? read - 1 : read;
+}
+
+// Member functions and functions of a namespace under the names that the linker sees.
+using scan695::ChunkFile;
+
+int RealSeek(ChunkFile*, int64_t, ChunkFile::Origin)
+    __asm__("__real__ZN7scan6959ChunkFile4SeekElNS0_6OriginE");
+int Seek(ChunkFile* file, int64_t offset, ChunkFile::Origin origin)
+    __asm__("__wrap__ZN7scan6959ChunkFile4SeekElNS0_6OriginE");
+int Seek(ChunkFile* file, int64_t offset, ChunkFile::Origin origin) {
+    return StoreMoveFails() ? 0 : RealSeek(file, offset, origin);
+}
+
+int RealTransfer(ChunkFile*, ChunkFile::Direction, void*, int32_t, int32_t)
+    __asm__("__real__ZN7scan6959ChunkFile8TransferENS0_9DirectionEPvii");
+int Transfer(ChunkFile* file, ChunkFile::Direction direction, void* buffer, int32_t length,
+             int32_t position) __asm__("__wrap__ZN7scan6959ChunkFile8TransferENS0_9DirectionEPvii");
+int Transfer(ChunkFile* file, ChunkFile::Direction direction, void* buffer, int32_t length,
+             int32_t position) {
+    return StoreMoveFails() ? 0 : RealTransfer(file, direction, buffer, length, position);
+}
+
+int RealSaveAndFree(ChunkFile*, std::FILE*)
+    __asm__("__real__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
+int SaveAndFree(ChunkFile* image, std::FILE* file)
+    __asm__("__wrap__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
+int SaveAndFree(ChunkFile* image, std::FILE* file) {
+    InterruptAt(Moment::kSave);
+    return RealSaveAndFree(image, file);
+}
+
+void RealScanModule() __asm__("__real__ZN7scan69510ScanModuleEv");
+void ScanModuleHook() __asm__("__wrap__ZN7scan69510ScanModuleEv");
+void ScanModuleHook() {
+    InterruptAt(Moment::kScan);
+    RealScanModule();
+}
+
+void RealPostProcess() __asm__("__real__ZN7scan69511PostProcessEv");
+void PostProcessHook() __asm__("__wrap__ZN7scan69511PostProcessEv");
+void PostProcessHook() {
+    InterruptAt(Moment::kPostProcess);
+    RealPostProcess();
+}
+
+void RealRanges() __asm__("__real__ZN7scan69515BuildRangeTableEv");
+void RangesHook() __asm__("__wrap__ZN7scan69515BuildRangeTableEv");
+void RangesHook() {
+    InterruptAt(Moment::kRanges);
+    RealRanges();
+}
+}
+
+void* operator new(size_t size) {
+    void* memory = __wrap_malloc(size);
+    if (memory == nullptr) throw std::bad_alloc();
+    return memory;
+}
+void* operator new(size_t size, const std::nothrow_t&) noexcept { return __wrap_malloc(size); }
+void operator delete(void* memory) noexcept { __wrap_free(memory); }
+void operator delete(void* memory, size_t) noexcept { __wrap_free(memory); }

@@ -1,0 +1,30 @@
+// What the fault tests convert, and how a run must end that does not succeed.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/support/convert.h"
+
+namespace scan695::test {
+
+inline constexpr const char* SAMPLES[] = {"c166.abs", "296sa.abs", "tricore.abs"};
+inline const std::string PROMPT = "\a\nPress ENTER to terminate\n";
+inline const std::string NO_MEMORY = "Error: not enough memory\n";
+
+inline std::vector<uint8_t> SampleBytes(const char* name) {
+    const std::string text = ReadWholeFile(std::filesystem::path(SCAN695_SOURCE_DIR) / "samples" / name);
+    return {text.begin(), text.end()};
+}
+
+// A fatal stop with this message, which leaves no FST file.
+inline bool StoppedWith(const Converted& result, const std::string& message) {
+    return result.status == 1 && result.console.ends_with(message + PROMPT) && result.fst.empty();
+}
+
+inline bool SameResults(const Converted& a, const Converted& b) {
+    return a.status == b.status && a.stf == b.stf && a.fst == b.fst && a.console == b.console;
+}
+
+}  // namespace scan695::test
