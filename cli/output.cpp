@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr int MAX_LINKS = 40;
-constexpr size_t COPY_BYTES = 256 * 1024;
+constexpr size_t COPY_BYTES = size_t{256} * 1024;
 
 Problem LastError(const std::string& task) {
     return {task + ": " + ErrorText(errno)};

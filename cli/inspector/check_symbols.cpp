@@ -52,19 +52,40 @@ void CheckLocations(const Fst& fst, uint64_t number, const SYMINFO& symbol, Repo
     }
 }
 
+// The size of an object of the type, as symbols state it: functions and enumerations have none.
+uint32_t SizeOf(const TYPEINFO& type) {
+    switch (type.type_tag) {
+        case TAG_POINTER:
+            return type.u.pointer.ptr_size;
+        case TAG_ARRAY:
+            return type.u.array.size;
+        case TAG_STRUCT:
+        case TAG_UNION:
+            return type.u.structunion.size;
+        default:
+            return 0;
+    }
+}
+
+// Nothing where the file does not tell.
+std::optional<uint32_t> SizeOfBasicType(const Fst& fst, uint32_t index) {
+    if (index == TYPE_POINTER) return {};
+    if (index >= BASIC_SIZES_COUNT) return 0;
+    const auto size = ReadEntry<uint8_t>(fst, BASIC_SIZES, index);
+    return size ? std::optional<uint32_t>(*size) : std::nullopt;
+}
+
 // The size follows from the type, which has lost its attributes. Types are looked up by the low 16
 // bits of the index.
 void CheckSize(const Fst& fst, uint64_t number, const SYMINFO& symbol, Report& report) {
     const uint32_t index = symbol.type_index;
-    uint32_t size = 0;
+    std::optional<uint32_t> size;
     if (index < FIRST_TYPE_INDEX) {
         if (!IsBasicType(index) || index == TYPE_LABEL) {
             report.Add("symbol %llu: no basic type %u", Wide(number), index);
             return;
         }
-        if (index == TYPE_POINTER) return;  // its size is not in the file
-        const auto basic = ReadEntry<uint8_t>(fst, BASIC_SIZES, index);
-        if (index < BASIC_SIZES_COUNT && basic) size = *basic;
+        size = SizeOfBasicType(fst, index);
     } else {
         const auto record = fst.type_records.find(index & 0xFFFF);
         const auto type = record == fst.type_records.end()
@@ -75,14 +96,10 @@ void CheckSize(const Fst& fst, uint64_t number, const SYMINFO& symbol, Report& r
                        type ? "is an attribute" : "has no record");
             return;
         }
-        if (type->type_tag == TAG_POINTER) size = type->u.pointer.ptr_size;
-        if (type->type_tag == TAG_ARRAY) size = type->u.array.size;
-        if (type->type_tag == TAG_STRUCT || type->type_tag == TAG_UNION) {
-            size = type->u.structunion.size;
-        }
+        size = SizeOf(*type);
     }
-    if (symbol.size != size) {
-        report.Add("symbol %llu: size is %u, its type has %u", Wide(number), symbol.size, size);
+    if (size && symbol.size != *size) {
+        report.Add("symbol %llu: size is %u, its type has %u", Wide(number), symbol.size, *size);
     }
 }
 

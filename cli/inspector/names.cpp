@@ -75,7 +75,7 @@ std::string Describe(const Fst& fst, uint32_t type_index, int depth);
 
 std::string DescribeRecord(const Fst& fst, const TYPEINFO& type, int depth) {
     const auto rest = [&](uint32_t index) { return Describe(fst, index, depth + 1); };
-    const std::string word = TypeTagWord(type.type_tag);
+    std::string word = TypeTagWord(type.type_tag);
     switch (type.type_tag) {
         case TAG_POINTER:
             return "pointer to " + rest(type.u.pointer.type_index);

@@ -35,7 +35,7 @@ bool Fails(uint64_t& count, uint64_t failing) {
 bool AllocationFails() {
     return Inside && Fails(Faults.allocations, Faults.failing_allocation);
 }
-bool StoreMoveFails() { return Fails(Faults.store_moves, Faults.failing_store_move); }
+bool SeekFails() { return Fails(Faults.seeks, Faults.failing_seek); }
 
 void InterruptAt(Moment moment) {
     if (Inside && Faults.interrupt == moment) std::raise(SIGINT);
@@ -104,16 +104,7 @@ int RealSeek(ChunkFile*, int64_t, ChunkFile::Origin)
 int Seek(ChunkFile* file, int64_t offset, ChunkFile::Origin origin)
     __asm__("__wrap__ZN7scan6959ChunkFile4SeekElNS0_6OriginE");
 int Seek(ChunkFile* file, int64_t offset, ChunkFile::Origin origin) {
-    return StoreMoveFails() ? 0 : RealSeek(file, offset, origin);
-}
-
-int RealTransfer(ChunkFile*, ChunkFile::Direction, void*, int32_t, int32_t)
-    __asm__("__real__ZN7scan6959ChunkFile8TransferENS0_9DirectionEPvii");
-int Transfer(ChunkFile* file, ChunkFile::Direction direction, void* buffer, int32_t length,
-             int32_t position) __asm__("__wrap__ZN7scan6959ChunkFile8TransferENS0_9DirectionEPvii");
-int Transfer(ChunkFile* file, ChunkFile::Direction direction, void* buffer, int32_t length,
-             int32_t position) {
-    return StoreMoveFails() ? 0 : RealTransfer(file, direction, buffer, length, position);
+    return SeekFails() ? 0 : RealSeek(file, offset, origin);
 }
 
 int RealSaveAndFree(ChunkFile*, std::FILE*)
