@@ -118,7 +118,7 @@ void outPointer(uint32_t number, const Variant::Pointer& u) {
     outEnd();
 }
 
-// An attribute reads as a stub; its target shows in the comment and in references behind it.
+// An attribute reads as a placeholder; its target shows in the comment and in references behind it.
 void outAttribute(uint32_t number, const Variant::Pointer& u) {
     outBegin("Type", static_cast<int32_t>(number));
     char text[64];

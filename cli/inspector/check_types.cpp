@@ -48,7 +48,7 @@ void CheckOptionalFields(const TypeCheck& check, uint32_t offset, uint32_t count
 
 void CheckFunction(const TypeCheck& check) {
     const auto& function = check.type.u.function;
-    check.Require((function.spec & ~0x0A) == 0, "unknown bits in the spec of a function");
+    check.Require((function.spec & ~0x0A) == 0, "unknown bits in the flags of a function");
     check.Require(function.return_offset == 0 && function.reserved_14[0] == 0 &&
                       function.reserved_14[1] == 0 && function.reserved_22[0] == 0 &&
                       function.reserved_22[1] == 0,
