@@ -1,5 +1,5 @@
-// The inspector of FST files: summary, every table as text, the JSON document, and the checks, on any
-// bytes. What it prints is thrown away.
+// The inspector of FST files: summary, every table as text, the JSON document, and the checks, on
+// any bytes. What it prints is thrown away.
 #include <sstream>
 #include <string>
 #include <vector>
@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr const char* TABLES[] = {"symbols", "types", "modules", "blocks",
+constexpr const char* TABLES[] = {"symbols", "types",  "modules", "blocks",
                                   "lines",   "ranges", "code"};
 
 std::vector<const scan695::inspector::Table*> AllTables() {

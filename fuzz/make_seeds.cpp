@@ -1,6 +1,6 @@
 // Writes the inputs that the corpus grows from: make_seeds DIRECTORY fills DIRECTORY/convert with
-// object files (the samples, damaged files, random modules for each processor) and DIRECTORY/fst with
-// the FST files of those that convert.
+// object files (the samples, damaged files, random modules for each processor) and DIRECTORY/fst
+// with the FST files of those that convert.
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -28,10 +28,11 @@ Bytes RandomFile(uint32_t seed) {
         return bytes;
     };
     ObjectFile file = {.processor = PROCESSORS[seed % 3]};
-    file.ad_extension = AdExtension(AdAttribute(kFormatVersion, 1, 2) +
-                                    AdAttribute(kMemoryModel, seed % 8));
-    file.environment = Environment(EnvAttribute(kDateTime, 1, 2) + EnvAttribute(kComment) + Text("c") +
-                                   EnvAttribute(kToolInfo, 1, 2, 3) + EnvAttribute(kHost, 1));
+    file.ad_extension =
+        AdExtension(AdAttribute(kFormatVersion, 1, 2) + AdAttribute(kMemoryModel, seed % 8));
+    file.environment =
+        Environment(EnvAttribute(kDateTime, 1, 2) + EnvAttribute(kComment) + Text("c") +
+                    EnvAttribute(kToolInfo, 1, 2, 3) + EnvAttribute(kHost, 1));
     file.segments = records(SEGMENTS, 4);
     file.external = records(EXTERNAL, 3);
     file.debug = RandomModules(random, 3);

@@ -65,10 +65,14 @@ void ChangeNumber(Random& random, Records& records) {
     if (numbers.empty()) return;
     const NumberField field = numbers[Below(random, numbers.size())];
     switch (Below(random, 8)) {
-        case 0: return PutNumber(record, field, {});
-        case 1: return PutNumber(record, field, test::Num(field.value + 1));
-        case 2: return PutNumber(record, field, test::Num(field.value - 1));
-        case 3: return PutNumber(record, field, test::Num(RandomNumber(random)));
+        case 0:
+            return PutNumber(record, field, {});
+        case 1:
+            return PutNumber(record, field, test::Num(field.value + 1));
+        case 2:
+            return PutNumber(record, field, test::Num(field.value - 1));
+        case 3:
+            return PutNumber(record, field, test::Num(RandomNumber(random)));
         default:
             if (others.empty()) return;
             return PutNumber(record, field, test::Num(others[Below(random, others.size())].value));
@@ -111,7 +115,8 @@ void WrapInBlock(Random& random, Records& records) {
     for (Place i = range.begin; i < range.end; ++i)
         body.Append(records[static_cast<size_t>(i)].data(), records[static_cast<size_t>(i)].size());
     records.erase(records.begin() + range.begin, records.begin() + range.end);
-    records.insert(records.begin() + range.begin, RandomBlock(random, body, Below(random, 4) == 0).vector());
+    records.insert(records.begin() + range.begin,
+                   RandomBlock(random, body, Below(random, 4) == 0).vector());
 }
 
 void MutateRecords(Random& random, size_t part, Records& records) {
@@ -126,9 +131,9 @@ void MutateRecords(Random& random, size_t part, Records& records) {
 }
 
 size_t RandomPart(Random& random) {
-    constexpr size_t PARTS[] = {DEBUG_INFO, DEBUG_INFO, DEBUG_INFO, DEBUG_INFO, DEBUG_INFO,
-                                DEBUG_INFO, DATA,       DATA,       EXTERNAL,   EXTERNAL,
-                                SEGMENTS};
+    constexpr size_t PARTS[] = {DEBUG_INFO, DEBUG_INFO, DEBUG_INFO, DEBUG_INFO,
+                                DEBUG_INFO, DEBUG_INFO, DATA,       DATA,
+                                EXTERNAL,   EXTERNAL,   SEGMENTS};
     return Below(random, 40) == 0 ? Below(random, NOF_PARTS)
                                   : PARTS[Below(random, std::size(PARTS))];
 }

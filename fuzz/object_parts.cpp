@@ -117,8 +117,9 @@ std::vector<Record> SplitRecords(const std::vector<uint8_t>& part) {
     size_t begin = 0;
     size_t at = 0;
     const auto cut = [&] {
-        if (at > begin) records.emplace_back(part.begin() + static_cast<ptrdiff_t>(begin),
-                                             part.begin() + static_cast<ptrdiff_t>(at));
+        if (at > begin)
+            records.emplace_back(part.begin() + static_cast<ptrdiff_t>(begin),
+                                 part.begin() + static_cast<ptrdiff_t>(at));
         begin = at;
     };
     while (at < part.size()) {
@@ -150,7 +151,8 @@ bool RepeatsTooMuch(const uint8_t* data, size_t size) {
     for (size_t at = 0; at + 1 < size; ++at) {
         if (data[at] != REPEAT) continue;
         const size_t width = NumberSize(data, size, at + 1);
-        if (width > 1) bytes += uint64_t{NumberAt(data, at + 1, width) & 0x7FFFFFFF} * (size / 8 + 1);
+        if (width > 1)
+            bytes += uint64_t{NumberAt(data, at + 1, width) & 0x7FFFFFFF} * (size / 8 + 1);
     }
     return bytes > ENOUGH_BYTES;
 }

@@ -19,8 +19,9 @@ uint32_t RandomTypeNumber(Random& random) {
 }
 
 Text RandomName(Random& random) {
-    constexpr const char* NAMES[] = {"a",    "_a",   "main", "_main", "bit", "start", "_12ab", "",
-                                     "x\\y", "MAIN", "q\"",  "b",     "c",   "_",     "\xE4",  "z_z"};
+    constexpr const char* NAMES[] = {"a",     "_a", "main", "_main", "bit", "start",
+                                     "_12ab", "",   "x\\y", "MAIN",  "q\"", "b",
+                                     "c",     "_",  "\xE4", "z_z"};
     if (Below(random, 16) == 0) return std::string(Below(random, 128), 'n');
     return NAMES[Below(random, std::size(NAMES))];
 }
@@ -46,20 +47,36 @@ TypeDef RandomFunction(Random& random, int depth) {
 TypeDef RandomType(Random& random, int depth) {
     const auto nested = [&] { return RandomType(random, depth + 1); };
     switch (depth > 2 ? 99 : Below(random, 18)) {
-        case 0: return RandomFunction(random, depth);
-        case 1: return def::Array(nested(), RandomNumber(random));
-        case 2: return def::PointerAttribute(3, nested(), Below(random, 300));
-        case 3: return def::SmallPointer(nested());
-        case 4: return def::LargePointer(nested());
-        case 5: case 6: case 7: return def::Struct(Below(random, 9), RandomMembers(random, depth));
-        case 8: return def::Union(Below(random, 9), RandomMembers(random, depth));
-        case 9: return def::Enum({{"RED", RandomNumber(random)}, {"BLUE", 1}},
-                                 EnumSize(static_cast<uint8_t>(Below(random, 5))));
-        case 10: return def::Typedef(RandomTypeNumber(random));
-        case 11: return def::OtherTypedef(RandomTypeNumber(random));
-        case 12: case 13: return def::Bitfield(Below(random, 2), Below(random, 34));
-        case 14: return def::Qualified(Below(random, 300), nested());
-        default: return RandomTypeNumber(random);
+        case 0:
+            return RandomFunction(random, depth);
+        case 1:
+            return def::Array(nested(), RandomNumber(random));
+        case 2:
+            return def::PointerAttribute(3, nested(), Below(random, 300));
+        case 3:
+            return def::SmallPointer(nested());
+        case 4:
+            return def::LargePointer(nested());
+        case 5:
+        case 6:
+        case 7:
+            return def::Struct(Below(random, 9), RandomMembers(random, depth));
+        case 8:
+            return def::Union(Below(random, 9), RandomMembers(random, depth));
+        case 9:
+            return def::Enum({{"RED", RandomNumber(random)}, {"BLUE", 1}},
+                             EnumSize(static_cast<uint8_t>(Below(random, 5))));
+        case 10:
+            return def::Typedef(RandomTypeNumber(random));
+        case 11:
+            return def::OtherTypedef(RandomTypeNumber(random));
+        case 12:
+        case 13:
+            return def::Bitfield(Below(random, 2), Below(random, 34));
+        case 14:
+            return def::Qualified(Below(random, 300), nested());
+        default:
+            return RandomTypeNumber(random);
     }
 }
 
@@ -80,17 +97,31 @@ Bytes RandomSymbol(Random& random, uint32_t i) {
     const uint32_t x = RandomNumber(random);
     const uint32_t address = RandomAddress(random);
     switch (Below(random, 14)) {
-        case 0: case 1: return AutoVariable(i, name, type, x);
-        case 2: return LivingRegister(i, name, type, x);
-        case 3: case 4: return StaticVariable(i, name, type, address, x);
-        case 5: return ExternalVariable(i, name, type, address);
-        case 6: case 7: return GlobalVariable(i, name, type, address, Absent());
-        case 8: return LockedRegister(i, name, type, x);
-        case 9: return BasedVariable(i, name, type, {1, 2, Below(random, 2), 4, 5}, address);
-        case 10: return Constant(i, name, type, {0, Below(random, 2), x}, {x, address});
-        case 11: return AsmSymbol(i, name, type, address, Below(random, 8), Below(random, 2));
-        case 12: return AsmSymbol(i, name, type, address);
-        default: return Misc(i, name, 62 + Below(random, 3), 50, {x});
+        case 0:
+        case 1:
+            return AutoVariable(i, name, type, x);
+        case 2:
+            return LivingRegister(i, name, type, x);
+        case 3:
+        case 4:
+            return StaticVariable(i, name, type, address, x);
+        case 5:
+            return ExternalVariable(i, name, type, address);
+        case 6:
+        case 7:
+            return GlobalVariable(i, name, type, address, Absent());
+        case 8:
+            return LockedRegister(i, name, type, x);
+        case 9:
+            return BasedVariable(i, name, type, {1, 2, Below(random, 2), 4, 5}, address);
+        case 10:
+            return Constant(i, name, type, {0, Below(random, 2), x}, {x, address});
+        case 11:
+            return AsmSymbol(i, name, type, address, Below(random, 8), Below(random, 2));
+        case 12:
+            return AsmSymbol(i, name, type, address);
+        default:
+            return Misc(i, name, 62 + Below(random, 3), 50, {x});
     }
 }
 
@@ -118,34 +149,43 @@ Bytes RandomModule(Random& random, uint32_t index) {
 
 Bytes RandomAsmModule(Random& random) {
     const uint32_t index = 0x46 + Below(random, 4);
-    return Bb10(RandomName(random), Bb11({.kind = Below(random, 7), .body =
-                    AsmLine(index, 1, RandomAddress(random))}));
+    return Bb10(RandomName(random),
+                Bb11({.kind = Below(random, 7), .body = AsmLine(index, 1, RandomAddress(random))}));
 }
 
 Bytes RandomScopeRecords(Random& random, uint32_t index, uint8_t block) {
     const uint32_t other = 0x46 + Below(random, 4);
     switch (Below(random, 6)) {
-        case 0: case 1: return RandomLifetimes(random, index);
-        case 2: return ParameterMark(index);
-        case 3: if (block != 0x0A) return RandomBlock(random, RandomSymbol(random, other), block == 3);
+        case 0:
+        case 1:
+            return RandomLifetimes(random, index);
+        case 2:
+            return ParameterMark(index);
+        case 3:
+            if (block != 0x0A) return RandomBlock(random, RandomSymbol(random, other), block == 3);
             return AsmLine(other, RandomNumber(random), RandomAddress(random));
-        default: return RandomSymbol(random, other) + RandomLifetimes(random, other);
+        default:
+            return RandomSymbol(random, other) + RandomLifetimes(random, other);
     }
 }
 
 Bytes RandomLoad(Random& random) {
     switch (Below(random, 4)) {
-        case 0: return UseSegment(1 + Below(random, 4));
-        case 1: return LoadAt(1, RandomAddress(random));
-        case 2: return Repeat(Below(random, 4)) + Load({1, 2, 3});
-        default: return Load(Times(Below(random, 300), {static_cast<uint8_t>(random())}));
+        case 0:
+            return UseSegment(1 + Below(random, 4));
+        case 1:
+            return LoadAt(1, RandomAddress(random));
+        case 2:
+            return Repeat(Below(random, 4)) + Load({1, 2, 3});
+        default:
+            return Load(Times(Below(random, 300), {static_cast<uint8_t>(random())}));
     }
 }
 
 }  // namespace
 
 uint32_t RandomNumber(Random& random) {
-    constexpr uint32_t EDGES[] = {0,    1,    2,      0x7F,    0x80,       0xFF,       0x100,
+    constexpr uint32_t EDGES[] = {0,    1,      2,       0x7F,       0x80,       0xFF,      0x100,
                                   0x10, 0xFFFF, 0x10000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
     if (Below(random, 3) == 0) return EDGES[Below(random, std::size(EDGES))];
     return Below(random, 2) == 0 ? Below(random, 16) : RandomAddress(random);
@@ -153,9 +193,12 @@ uint32_t RandomNumber(Random& random) {
 
 Bytes RandomBlock(Random& random, const Bytes& body, bool global) {
     const uint32_t begin = RandomAddress(random);
-    const FunctionBlock block = {.name = RandomName(random), .stack = Below(random, 8),
-                                 .type = RandomTypeNumber(random), .begin = begin,
-                                 .end = begin + Below(random, 16), .body = body};
+    const FunctionBlock block = {.name = RandomName(random),
+                                 .stack = Below(random, 8),
+                                 .type = RandomTypeNumber(random),
+                                 .begin = begin,
+                                 .end = begin + Below(random, 16),
+                                 .body = body};
     return global && Below(random, 2) == 0 ? Bb4(block) : Bb6(block);
 }
 
@@ -168,10 +211,15 @@ Bytes RandomModules(Random& random, uint32_t most) {
 
 Bytes RandomDebugRecords(Random& random, uint8_t block, uint32_t index) {
     switch (block) {
-        case 0: return Below(random, 3) == 0 ? RandomAsmModule(random) : RandomModule(random, index);
-        case 1: case 2: return RandomTypeRecord(random, index);
-        case 5: return RandomLines(random, index);
-        default: return RandomScopeRecords(random, index, block);
+        case 0:
+            return Below(random, 3) == 0 ? RandomAsmModule(random) : RandomModule(random, index);
+        case 1:
+        case 2:
+            return RandomTypeRecord(random, index);
+        case 5:
+            return RandomLines(random, index);
+        default:
+            return RandomScopeRecords(random, index, block);
     }
 }
 
@@ -185,9 +233,12 @@ Bytes RandomRecords(Random& random, size_t part, uint32_t index) {
         case EXTERNAL:
             return PublicSymbol(32 + Below(random, 8), RandomName(random), RandomTypeNumber(random),
                                 ATTRIBUTES[Below(random, 4)], RandomAddress(random));
-        case DATA: return RandomLoad(random);
-        case DEBUG_INFO: return RandomDebugRecords(random, 0, index);
-        default: return Atn(index, 0, 37 + Below(random, 20), 1, 1);
+        case DATA:
+            return RandomLoad(random);
+        case DEBUG_INFO:
+            return RandomDebugRecords(random, 0, index);
+        default:
+            return Atn(index, 0, 37 + Below(random, 20), 1, 1);
     }
 }
 

@@ -12,9 +12,11 @@ namespace fs = std::filesystem;
 int main(int argc, char** argv) {
     std::vector<fs::path> inputs;
     for (int i = 1; i < argc; ++i) {
-        if (!fs::is_directory(argv[i])) inputs.emplace_back(argv[i]);
+        if (!fs::is_directory(argv[i]))
+            inputs.emplace_back(argv[i]);
         else
-            for (const auto& entry : fs::directory_iterator(argv[i])) inputs.push_back(entry.path());
+            for (const auto& entry : fs::directory_iterator(argv[i]))
+                inputs.push_back(entry.path());
     }
     std::sort(inputs.begin(), inputs.end());
     for (const fs::path& input : inputs) {

@@ -13,7 +13,9 @@ namespace {
 namespace fs = std::filesystem;
 
 // Up to 2,000 each; then every 97th.
-uint64_t Next(uint64_t number) { return number < 2000 ? number + 1 : number + 97; }
+uint64_t Next(uint64_t number) {
+    return number < 2000 ? number + 1 : number + 97;
+}
 
 // An attribute that finds no place in the table of the STF writer is named itself in references.
 bool DiffersInReferencesOnly(const std::string& a, const std::string& b) {
@@ -70,7 +72,7 @@ TEST_P(OneFault, Allocation) {
             ASSERT_TRUE(result.fst == sound_.fst && result.console == sound_.console) << k;
         }
     }
-    EXPECT_LE(aliases_lost, 2U);           // one growth, in both rounds
+    EXPECT_LE(aliases_lost, 2U);             // one growth, in both rounds
     EXPECT_LT(tolerated, allocations_ / 2);  // of twice as many runs
     std::printf("%llu allocations, %llu failures tolerated\n",
                 static_cast<unsigned long long>(allocations_),

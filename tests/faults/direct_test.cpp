@@ -6,11 +6,11 @@
 #include <cstdio>
 
 #include "reader/external_part.h"
+#include "reader/scan_state.h"
 #include "scopes/conversions.h"
 #include "scopes/lifetime_fixup.h"
 #include "scopes/modules.h"
 #include "scopes/scope_state.h"
-#include "reader/scan_state.h"
 #include "stf/type_words.h"
 #include "store/tables.h"
 #include "tests/faults/hooks.h"

@@ -69,17 +69,23 @@ std::vector<FatalCase> ScopeCases() {
         {"ASN:Unexpected record at ", Part::kDebug, SYMBOL + Hex("03 00 E2 CF")},
         {"Unrecognized value at ", Part::kDebug, SYMBOL + Hex("03 00 E2 CE 46")},
         {"Not ASN record = f9 at ", Part::kDebug, SYMBOL + Hex("3E 32 01 F9"), {0, 0}, "%x\n", 1},
-        {"CvtTkStorageClass: unknown storage class encountered at ", Part::kDebug,
-         SYMBOL + Hex("01 00") + mark, {0xF9, 0xF9}},
+        {"CvtTkStorageClass: unknown storage class encountered at ",
+         Part::kDebug,
+         SYMBOL + Hex("01 00") + mark,
+         {0xF9, 0xF9}},
         {"Unexpected misc record=34, num=2 at ", Part::kDebug, LINES + Hex("F1 CE 46 00 40 34 02")},
         {"Unexpected record=e0 at ", Part::kDebug, LINES + Hex("E0")},
         {"Unexpected record at ", Part::kDebug, LINES + Hex("F1 CE 46 00 08")},
         {"Unexpected record at ", Part::kDebug, LINES + Hex("F8 04")},
         {"Nesting too deep at ", Part::kDebug, TYPE + Times(1000, {'O'}), {'O', 5}},
-        {"Nesting too deep at ", Part::kDebug,
-         SCOPE + Times(1000, Hex("F8 06 00 00 00 00 00")) + Hex("F8 06 00"), {}},
-        {"Nesting too deep at ", Part::kDebug,
-         Times(1000, Hex("F8 05 00 00")) + Hex("F8 05 00"), {}},
+        {"Nesting too deep at ",
+         Part::kDebug,
+         SCOPE + Times(1000, Hex("F8 06 00 00 00 00 00")) + Hex("F8 06 00"),
+         {}},
+        {"Nesting too deep at ",
+         Part::kDebug,
+         Times(1000, Hex("F8 05 00 00")) + Hex("F8 05 00"),
+         {}},
     };
 }
 
@@ -90,22 +96,42 @@ std::vector<FatalCase> OtherCases() {
         {"Unexpected record at ", Part::kExternal, Hex("E8 1F"), {}},
         {"Unexpected record at ", Part::kExternal, Hex("E8 20 n'a' F1 C8"), {}},
         {"Unexpected record at ", Part::kExternal, Hex("E8 20 n'a' F1 C9 20 10 15"), {0xE2}},
-        {"Numbers longer than 32 bits are not supported\n", Part::kTrailer,
-         Hex("E2 C7 85 00 00 00 00 00"), {}, NONE},
-        {"Unexpected record at ", Part::kModuleEnd, {0xE0}, {}},
-        {"Error: not enough memory\n", Part::kData, Hex("E5 01 F7 84 7F FF FF FF ED 02 00 00"), {},
+        {"Numbers longer than 32 bits are not supported\n",
+         Part::kTrailer,
+         Hex("E2 C7 85 00 00 00 00 00"),
+         {},
          NONE},
-        {"Error: not enough memory\n", Part::kDebug, TYPE + Hex("'x' 00 00 00 05 84 7F FF FF FF"),
-         {0xF9}, NONE},
-        {"/T.ABS is non-absolute TASKING IEEE-695 format\n", Part::kAdExtension,
-         AdExtension(AdAttribute(kFileFormat, 2)), {}, NONE},
-        {"/T.ABS was not linked successfully\n", Part::kEnvironment,
-         Environment(EnvAttribute(kLinkStatus, 2)), {}, NONE},
+        {"Unexpected record at ", Part::kModuleEnd, {0xE0}, {}},
+        {"Error: not enough memory\n",
+         Part::kData,
+         Hex("E5 01 F7 84 7F FF FF FF ED 02 00 00"),
+         {},
+         NONE},
+        {"Error: not enough memory\n",
+         Part::kDebug,
+         TYPE + Hex("'x' 00 00 00 05 84 7F FF FF FF"),
+         {0xF9},
+         NONE},
+        {"/T.ABS is non-absolute TASKING IEEE-695 format\n",
+         Part::kAdExtension,
+         AdExtension(AdAttribute(kFileFormat, 2)),
+         {},
+         NONE},
+        {"/T.ABS was not linked successfully\n",
+         Part::kEnvironment,
+         Environment(EnvAttribute(kLinkStatus, 2)),
+         {},
+         NONE},
         {"Unexpected end of file at ", Part::kData, Hex("E5 01 ED 7F"), Times(16, {7}), "%x\n", 17},
         {"Unknown processor: z80\n", Part::kModuleEnd, {0xE1}, {}, NONE, 0, "z80"},
         {"Unknown model: 296sa_\n", Part::kModuleEnd, {0xE1}, {}, NONE, 0, "296sa_"},
-        {"Unknown processor, please declare processor with /p\n", Part::kModuleEnd, {0xE1}, {}, NONE,
-         0, ""},
+        {"Unknown processor, please declare processor with /p\n",
+         Part::kModuleEnd,
+         {0xE1},
+         {},
+         NONE,
+         0,
+         ""},
         {"/T.ABS not in TASKING IEEE-695 format\n", Part::kModuleEnd, {0xE1}, {}, NONE},
     };
     return cases;
@@ -118,14 +144,30 @@ ObjectFile FatalCase::File() const {
     if (message.find("not in TASKING") != std::string::npos) file.header = {0xE1};
     const Bytes all = read + rest;
     switch (part) {
-        case Part::kAdExtension: file.ad_extension = all; break;
-        case Part::kEnvironment: file.environment = all; break;
-        case Part::kSegments: file.segments = all; break;
-        case Part::kExternal: file.external = all; break;
-        case Part::kDebug: file.debug = all; break;
-        case Part::kData: file.data = all; break;
-        case Part::kTrailer: file.trailer = all; break;
-        case Part::kModuleEnd: file.module_end = all; break;
+        case Part::kAdExtension:
+            file.ad_extension = all;
+            break;
+        case Part::kEnvironment:
+            file.environment = all;
+            break;
+        case Part::kSegments:
+            file.segments = all;
+            break;
+        case Part::kExternal:
+            file.external = all;
+            break;
+        case Part::kDebug:
+            file.debug = all;
+            break;
+        case Part::kData:
+            file.data = all;
+            break;
+        case Part::kTrailer:
+            file.trailer = all;
+            break;
+        case Part::kModuleEnd:
+            file.module_end = all;
+            break;
     }
     return file;
 }

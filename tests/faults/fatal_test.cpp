@@ -19,9 +19,9 @@ TEST(Fatal, Messages) {
             WriteWholeFile(directory / "T.FST", {1, 2, 3});  // of an earlier run
             const Converted result = ConvertFile(input, directory / "t.stf", debug);
             EXPECT_TRUE(StoppedWith(result, fault.Expected()))
-                << "status " << result.status << ", expected: " << fault.Expected()
-                << "got: " << result.console.substr(result.console.size() -
-                                                   std::min<size_t>(result.console.size(), 200));
+                << "status " << result.status << ", expected: " << fault.Expected() << "got: "
+                << result.console.substr(result.console.size() -
+                                         std::min<size_t>(result.console.size(), 200));
             EXPECT_FALSE(fs::exists(directory / "T.FST")) << fault.message;
             EXPECT_TRUE(ReadWholeFile(input) == std::string(file.begin(), file.end()));
         }

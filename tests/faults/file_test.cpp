@@ -1,6 +1,6 @@
 // Reads and writes that fail. Whatever happens, the input stays as it was.
-#include <gtest/gtest.h>
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>

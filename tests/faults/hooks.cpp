@@ -35,7 +35,9 @@ bool Fails(uint64_t& count, uint64_t failing) {
 bool AllocationFails() {
     return Inside && Fails(Faults.allocations, Faults.failing_allocation);
 }
-bool SeekFails() { return Fails(Faults.seeks, Faults.failing_seek); }
+bool SeekFails() {
+    return Fails(Faults.seeks, Faults.failing_seek);
+}
 
 void InterruptAt(Moment moment) {
     if (Inside && Faults.interrupt == moment) std::raise(SIGINT);
@@ -51,7 +53,9 @@ struct InsideConvert {
 
 }  // namespace
 
-uint64_t AllocatedBytes() { return Allocated; }
+uint64_t AllocatedBytes() {
+    return Allocated;
+}
 
 }  // namespace scan695::test
 
@@ -68,11 +72,15 @@ const char* __wrap_Convert(uint32_t word, const char* input, const char* stf, ui
 
 void* __real_malloc(size_t size);
 void* __wrap_malloc(size_t size);
-void* __wrap_malloc(size_t size) { return AllocationFails() ? nullptr : Got(__real_malloc(size)); }
+void* __wrap_malloc(size_t size) {
+    return AllocationFails() ? nullptr : Got(__real_malloc(size));
+}
 
 void __real_free(void* memory);
 void __wrap_free(void* memory);
-void __wrap_free(void* memory) { __real_free(Given(memory)); }
+void __wrap_free(void* memory) {
+    __real_free(Given(memory));
+}
 
 void* __real_calloc(size_t count, size_t size);
 void* __wrap_calloc(size_t count, size_t size);
@@ -99,18 +107,18 @@ size_t __wrap_fread(void* buffer, size_t size, size_t count, std::FILE* file) {
 // Member functions and functions of a namespace under the names that the linker sees.
 using scan695::ChunkFile;
 
-int RealSeek(ChunkFile*, int64_t, ChunkFile::Origin)
-    __asm__("__real__ZN7scan6959ChunkFile4SeekElNS0_6OriginE");
-int Seek(ChunkFile* file, int64_t offset, ChunkFile::Origin origin)
-    __asm__("__wrap__ZN7scan6959ChunkFile4SeekElNS0_6OriginE");
+int RealSeek(ChunkFile*, int64_t,
+             ChunkFile::Origin) __asm__("__real__ZN7scan6959ChunkFile4SeekElNS0_6OriginE");
+int Seek(ChunkFile* file, int64_t offset,
+         ChunkFile::Origin origin) __asm__("__wrap__ZN7scan6959ChunkFile4SeekElNS0_6OriginE");
 int Seek(ChunkFile* file, int64_t offset, ChunkFile::Origin origin) {
     return SeekFails() ? 0 : RealSeek(file, offset, origin);
 }
 
-int RealSaveAndFree(ChunkFile*, std::FILE*)
-    __asm__("__real__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
-int SaveAndFree(ChunkFile* image, std::FILE* file)
-    __asm__("__wrap__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
+int RealSaveAndFree(ChunkFile*,
+                    std::FILE*) __asm__("__real__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
+int SaveAndFree(ChunkFile* image,
+                std::FILE* file) __asm__("__wrap__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
 int SaveAndFree(ChunkFile* image, std::FILE* file) {
     InterruptAt(Moment::kSave);
     return RealSaveAndFree(image, file);
@@ -143,6 +151,12 @@ void* operator new(size_t size) {
     if (memory == nullptr) throw std::bad_alloc();
     return memory;
 }
-void* operator new(size_t size, const std::nothrow_t&) noexcept { return __wrap_malloc(size); }
-void operator delete(void* memory) noexcept { __wrap_free(memory); }
-void operator delete(void* memory, size_t) noexcept { __wrap_free(memory); }
+void* operator new(size_t size, const std::nothrow_t&) noexcept {
+    return __wrap_malloc(size);
+}
+void operator delete(void* memory) noexcept {
+    __wrap_free(memory);
+}
+void operator delete(void* memory, size_t) noexcept {
+    __wrap_free(memory);
+}

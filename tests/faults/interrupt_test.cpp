@@ -26,8 +26,8 @@ TEST(Interrupt, AtEachMoment) {
         bool debug;
         bool stops;
     } cases[] = {
-        {Moment::kLoad, false, false}, {Moment::kLoad, true, true},
-        {Moment::kScan, false, false}, {Moment::kScan, true, true},
+        {Moment::kLoad, false, false},      {Moment::kLoad, true, true},
+        {Moment::kScan, false, false},      {Moment::kScan, true, true},
         {Moment::kPostProcess, true, true}, {Moment::kRanges, true, true},
         {Moment::kSave, true, false},
     };
@@ -37,11 +37,14 @@ TEST(Interrupt, AtEachMoment) {
         Faults = Hooks();
         const Converted sound = ConvertInProcess(directory / "t.abs", directory / "t.stf", c.debug);
         Faults.interrupt = c.moment;
-        const Converted result = ConvertInProcess(directory / "t.abs", directory / "t.stf", c.debug);
+        const Converted result =
+            ConvertInProcess(directory / "t.abs", directory / "t.stf", c.debug);
         const int at = static_cast<int>(c.moment);
         EXPECT_EQ(result.stf, sound.stf) << at;
-        if (c.stops) EXPECT_TRUE(StoppedWith(result, ABORTED)) << at << result.console;
-        else EXPECT_TRUE(SameResults(result, sound)) << at << result.console;
+        if (c.stops)
+            EXPECT_TRUE(StoppedWith(result, ABORTED)) << at << result.console;
+        else
+            EXPECT_TRUE(SameResults(result, sound)) << at << result.console;
     }
     Faults = Hooks();
 }
@@ -66,8 +69,9 @@ void WaitFor(int console, const std::string& text) {
     char buffer[4096];
     for (ssize_t n = 1; n > 0 && seen.find(text) == std::string::npos;) {
         n = read(console, buffer, sizeof buffer);
-        if (n > 0) seen = seen.substr(seen.size() > 100 ? seen.size() - 100 : 0) +
-                          std::string(buffer, static_cast<size_t>(n));
+        if (n > 0)
+            seen = seen.substr(seen.size() > 100 ? seen.size() - 100 : 0) +
+                   std::string(buffer, static_cast<size_t>(n));
     }
 }
 

@@ -14,7 +14,8 @@ inline const std::string PROMPT = "\a\nPress ENTER to terminate\n";
 inline const std::string NO_MEMORY = "Error: not enough memory\n";
 
 inline std::vector<uint8_t> SampleBytes(const char* name) {
-    const std::string text = ReadWholeFile(std::filesystem::path(SCAN695_SOURCE_DIR) / "samples" / name);
+    const std::string text =
+        ReadWholeFile(std::filesystem::path(SCAN695_SOURCE_DIR) / "samples" / name);
     return {text.begin(), text.end()};
 }
 
