@@ -181,6 +181,13 @@ std::string FatalCase::Expected() const {
     return message + text;
 }
 
+Bytes CircleOfAttributes() {
+    const Bytes circle = NamedType(0x46, "a", 0x100, def::Qualified(1, 0x101)) +
+                         NamedType(0x47, "b", 0x101, def::Qualified(1, 0x100));
+    const Bytes debug = Bb1("M", circle) + Bb3("M", GlobalVariable(0x48, "v", 0x100, 0x10));
+    return Build({.debug = debug + Bytes{0xE0, 0}});
+}
+
 std::vector<FatalCase> FatalCases() {
     std::vector<FatalCase> cases = TypeCases();
     for (const auto& more : {ScopeCases(), OtherCases()})

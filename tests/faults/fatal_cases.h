@@ -25,4 +25,7 @@ struct FatalCase {
 
 std::vector<FatalCase> FatalCases();
 
+// Attribute types that refer to one another: a debug run stops when it sorts the symbols.
+Bytes CircleOfAttributes();
+
 }  // namespace scan695::test

@@ -46,6 +46,24 @@ TEST(Repeat, FiftyConversions) {
     }
 }
 
+// The list of this struct lies in the image where the file of the circle has its types, which the
+// stopped run has read last.
+TEST(Repeat, NothingIsLeftOfAStoppedRun) {
+    const fs::path directory = ScratchDirectory();
+    const fs::path input = directory / "t.abs";
+    const fs::path stf = directory / "t.stf";
+    const Bytes types =
+        NamedType(0x46, "s", 0x100, def::Struct(4, {{"m", 0x101, 0}, {"n", 16, 2}})) +
+        NamedType(0x47, "t", 0x101, def::SmallPointer(16));
+    const Bytes file = Build({.debug = Bb1("M", types) + Bytes{0xE0, 0}});
+    WriteWholeFile(input, file);
+    const Converted alone = ConvertFile(input, stf, true);
+    WriteWholeFile(input, CircleOfAttributes());
+    EXPECT_EQ(ConvertInProcess(input, stf, true).status, 1);
+    WriteWholeFile(input, file);
+    EXPECT_TRUE(SameResults(ConvertInProcess(input, stf, true), alone));
+}
+
 TEST(Repeat, MemoryStays) {
     for (const bool debug : {false, true}) {
         for (const char* sample : SAMPLES) {
