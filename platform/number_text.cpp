@@ -21,7 +21,7 @@ char* DecimalText(char* out, int32_t value) {
 }
 
 char* HexText(char* out, uint32_t value) {
-    int shift = (std::bit_width(value | 1U) - 1) / 4 * 4;
+    int shift = (static_cast<int>(std::bit_width(value | 1U)) - 1) / 4 * 4;
     for (; shift >= 0; shift -= 4) *out++ = "0123456789abcdef"[(value >> shift) & 15];
     return out;
 }

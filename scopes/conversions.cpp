@@ -1,5 +1,6 @@
 #include "scopes/conversions.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "platform/number_text.h"
@@ -41,9 +42,8 @@ constexpr uint32_t REGISTER_PAIR = 4;
 constexpr uint32_t REGISTER_BYTE = 2;
 
 char* NumberedName(char* out, const char* letters, uint32_t number) {
-    const size_t length = std::strlen(letters);
-    std::memcpy(out, letters, length);
-    return DecimalText(out + length, static_cast<int32_t>(number));
+    out = std::copy_n(letters, std::strlen(letters), out);
+    return DecimalText(out, static_cast<int32_t>(number));
 }
 
 }  // namespace

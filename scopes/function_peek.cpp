@@ -13,13 +13,15 @@ bool ReadFunctionHead(const char* name, uint32_t& address) {
     if (ReadByte() != BYTE_BB) return false;
     const uint8_t kind = ReadByte();
     if (kind != 0x04 && kind != 0x06) return false;
-    uint32_t ignored = 0;
-    if (ReadNumber(ignored) == 0) return false;
+    uint32_t length = 0;
+    if (ReadNumber(length) == 0) return false;
     char block_name[SYMBOL_NAME_SIZE] = {};
     ReadName(block_name, sizeof block_name);
     if (std::strcmp(block_name, name) != 0) return false;
+    uint32_t stack_size = 0;
+    uint32_t type = 0;
     uint32_t found = 0;
-    if (ReadNumber(ignored) == 0 || ReadNumber(ignored) == 0 || ReadNumber(found) == 0)
+    if (ReadNumber(stack_size) == 0 || ReadNumber(type) == 0 || ReadNumber(found) == 0)
         return false;
     address = found;
     return true;

@@ -1,6 +1,7 @@
 #include "store/chunk_file.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
@@ -93,6 +94,7 @@ int ChunkFile::Transfer(Direction direction, void* buffer, int32_t length, int32
     }
     auto* bytes = static_cast<uint8_t*>(buffer);
     while (rest > 0) {
+        assert(chunks_ != nullptr);
         uint8_t* chunk = chunks_[here / CHUNK_SIZE] + here % CHUNK_SIZE;
         const uint32_t piece = std::min(rest, CHUNK_SIZE - here % CHUNK_SIZE);
         if (direction == READ)

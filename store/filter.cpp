@@ -49,6 +49,7 @@ class KeptSymbols {
     explicit KeptSymbols(uint32_t count) : mask_(std::bit_ceil(count + count / 2) - 1) {
         Work.FilterWork.reset(
             static_cast<uint64_t*>(AllocateEntries(nullptr, mask_ + 1, sizeof(uint64_t))));
+        slots_ = Work.FilterWork.get();
     }
     ~KeptSymbols() { Work.FilterWork.reset(); }
 
@@ -56,10 +57,9 @@ class KeptSymbols {
     bool Keep(const SymbolKey& key, uint32_t number) {
         const uint32_t hash = HashKey(key);
         uint32_t slot = hash & mask_;
-        for (; Work.FilterWork[slot] != 0; slot = (slot + 1) & mask_)
-            if (Work.FilterWork[slot] >> 32 == hash && KeyOf(Work.FilterWork[slot]) == key)
-                return false;
-        Work.FilterWork[slot] = uint64_t{hash} << 32 | (number + 1);
+        for (; slots_[slot] != 0; slot = (slot + 1) & mask_)
+            if (slots_[slot] >> 32 == hash && KeyOf(slots_[slot]) == key) return false;
+        slots_[slot] = uint64_t{hash} << 32 | (number + 1);
         return true;
     }
 
@@ -71,6 +71,7 @@ class KeptSymbols {
     }
 
     uint32_t mask_;
+    uint64_t* slots_ = nullptr;
 };
 
 }  // namespace

@@ -52,7 +52,7 @@ class RankedCells {
     // `index` is the entry of place 0 of the ranks.
     RankedCells(uint32_t* index, RankTree& ranks) : index_(index), ranks_(ranks) {}
 
-    bool SortOtherwise(int32_t, int32_t) { return false; }
+    static bool SortOtherwise(int32_t, int32_t) { return false; }
     uint32_t Key(int32_t place) const { return ranks_.Rank(place); }
     int32_t NextNotBelow(int32_t place, uint32_t rank) const {
         return ranks_.NextNotBelow(place, rank);

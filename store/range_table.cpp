@@ -1,8 +1,8 @@
 #include "store/range_table.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
-#include <cstring>
 
 namespace scan695 {
 
@@ -10,11 +10,15 @@ namespace {
 
 template <class Item>
 void MoveItems(Item* to, const Item* from, int32_t count) {
-    std::memmove(to, from, sizeof(Item) * static_cast<size_t>(count));
+    if (to < from)
+        std::copy(from, from + count, to);
+    else
+        std::copy_backward(from, from + count, to + count);
 }
 
 template <class Item>
 bool Reallocate(Item*& items, int32_t count) {
+    // An item may be a pointer. NOLINTNEXTLINE(bugprone-sizeof-expression)
     void* memory = std::realloc(items, sizeof(Item) * static_cast<size_t>(count));
     if (memory == nullptr) return false;
     items = static_cast<Item*>(memory);
@@ -66,6 +70,7 @@ bool RangeTable::GrowArrays() {
 // Opens an empty page; the caller gives it its first number.
 bool RangeTable::InsertPage(int32_t at) {
     if (page_count_ == page_capacity_ && !GrowArrays()) return false;
+    assert(pages_ != nullptr && firsts_ != nullptr);
     auto* page = static_cast<Page*>(std::calloc(1, sizeof(Page)));
     if (page == nullptr) return false;
     MoveItems(pages_ + at + 1, pages_ + at, page_count_ - at);

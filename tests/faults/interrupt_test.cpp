@@ -49,7 +49,7 @@ TEST(Interrupt, AtEachMoment) {
     Faults = Hooks();
 }
 
-#if defined(__SANITIZE_ADDRESS__) || defined(SCAN695_COVERAGE)
+#if defined(SCAN695_SANITIZED) || defined(SCAN695_COVERAGE)
 constexpr std::chrono::seconds PATIENCE(10);
 #else
 constexpr std::chrono::seconds PATIENCE(1);

@@ -13,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // The checked build is many times slower and tries a part of the cases; the release tries all.
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef SCAN695_SANITIZED
 constexpr size_t LENGTH_STEP = 7;
 constexpr size_t VALUE_STEP = 37;
 #else

@@ -31,8 +31,8 @@ TEST(FunctionMap, FindsTheFirstBlock) {
         const uint32_t base = round % 3 == 0 ? 0xFFFFFFE0U : 0x1000U;
         for (int i = 0; i < 40; ++i) {
             BLOCKINFO block = {};
-            block.address = base + random() % 64;
-            block.size = random() % 16;
+            block.address = base + static_cast<uint32_t>(random() % 64);
+            block.size = static_cast<uint32_t>(random() % 16);
             block.is_function = random() % 4 != 0;
             AppendRecord(Store.BlockTable, block);
             ++Store.Header.nof_blocks;

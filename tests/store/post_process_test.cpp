@@ -249,7 +249,7 @@ TEST_F(PostProcessTest, InterruptStops) {
 }
 
 TEST_F(PostProcessTest, NoMemoryForAWorkingArray) {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef SCAN695_SANITIZED
     GTEST_SKIP() << "the sanitizer stops the program itself";
 #endif
     EXPECT_STOP(
