@@ -3,7 +3,9 @@ include(CMakePackageConfigHelpers)
 
 install(TARGETS scan695 EXPORT scan695Targets
     PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(TARGETS scan695_cli)
+if(SCAN695_COMMAND)
+    install(TARGETS scan695_cli)
+endif()
 install(EXPORT scan695Targets NAMESPACE scan695:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/scan695)
 configure_package_config_file(cmake/scan695Config.cmake.in scan695Config.cmake
     INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/scan695)

@@ -16,7 +16,7 @@ constexpr uint32_t ABSOLUTE_FORMAT = 1;
 constexpr uint32_t NO_CASE = 1;
 constexpr uint32_t EXTENDED_MEMORY_MODEL = 6;
 
-void ReadAttribute(uint32_t code, char*) {
+void ReadExtensionAttribute(uint32_t code, char*) {
     switch (code) {
         case 37: {
             const uint32_t major = RequireNumber();
@@ -52,7 +52,7 @@ void ReadAttribute(uint32_t code, char*) {
 
 void ScanAdExtensionPart(uint32_t offset) {
     Trace("AD Extension Part, fpos=%x\n", offset);
-    ReadAttributePart(offset, true, ReadAttribute);
+    ReadAttributePart(offset, true, ReadExtensionAttribute);
 }
 
 }  // namespace scan695

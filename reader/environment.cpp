@@ -37,7 +37,7 @@ void ReadToolInfo() {
     Trace("     Tool info\n");
 }
 
-void ReadAttribute(uint32_t code, char* text) {
+void ReadEnvironmentAttribute(uint32_t code, char* text) {
     switch (code) {
         case 50:
             return ReadDate();
@@ -60,7 +60,7 @@ void ReadAttribute(uint32_t code, char* text) {
 
 void ScanEnvironmentPart(uint32_t offset) {
     Trace("Environment Part, fpos=%x\n", offset);
-    ReadAttributePart(offset, false, ReadAttribute);
+    ReadAttributePart(offset, false, ReadEnvironmentAttribute);
 }
 
 }  // namespace scan695

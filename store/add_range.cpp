@@ -57,12 +57,14 @@ void RemoveRanges(int32_t first, int32_t last) {
 
 void CutToEndBefore(RANGEINFO& entry, uint32_t first) {
     entry.length = first - entry.address;
+    if (entry.length == 0) Work.Ranges.GiveUpOrder();
 }
 
 void CutToStartBehind(RANGEINFO& entry, uint32_t last) {
     const uint32_t start = last + 1;
     entry.length -= start - entry.address;
     entry.address = start;
+    if (entry.length == 0) Work.Ranges.GiveUpOrder();
 }
 
 void GrowToEndAt(RANGEINFO& entry, uint32_t last) {
@@ -172,6 +174,8 @@ void AddRange(uint32_t start, uint32_t length, int32_t module) {
     ProgressTick();
     if (module == -1 || length == 0) return;
     const Stretch stretch = {start, start + length - 1, length, static_cast<uint32_t>(module)};
+    // An end at 0 is as bad as one that wraps.
+    if (stretch.last < stretch.first || stretch.last == UINT32_MAX) Work.Ranges.GiveUpOrder();
     Window = {};
     const FoundRanges at_first = FindRange(Work.Ranges, stretch.first);
     const FoundRanges at_last =

@@ -44,6 +44,7 @@ void RangeTable::Free() {
     firsts_ = nullptr;
     page_capacity_ = 0;
     count_ = 0;
+    ordered_ = true;
 }
 
 // The last page that begins at or before the number.
@@ -144,7 +145,34 @@ void RangeTable::RemoveEmptyPages(int32_t first, int32_t end) {
     RemovePages(first, std::max(end - first, 0));
 }
 
+int32_t RangeTable::CountUpTo(uint32_t address) {
+    const auto begins_behind = [](uint32_t place, const Page* page) {
+        return place < page->entries[0].address;
+    };
+    Page** const behind = std::upper_bound(pages_ + 1, pages_ + page_count_, address, begins_behind);
+    last_page_ = static_cast<int32_t>(behind - pages_) - 1;
+    const Page& page = *pages_[last_page_];
+    const RANGEINFO* const end = std::upper_bound(
+        page.entries, page.entries + page.count, address,
+        [](uint32_t place, const RANGEINFO& entry) { return place < entry.address; });
+    return firsts_[last_page_] + static_cast<int32_t>(end - page.entries);
+}
+
+namespace {
+
+FoundRanges FindByOrder(RangeTable& table, uint32_t address) {
+    const int32_t above = table.CountUpTo(address);
+    const int32_t behind = above < table.Count() ? above : -1;
+    if (above == 0) return {-1, -1, behind};
+    const RANGEINFO& entry = table[above - 1];
+    if (address - entry.address < entry.length) return {above - 1, above - 2, behind};
+    return {-1, above - 1, behind};
+}
+
+}  // namespace
+
 FoundRanges FindRange(RangeTable& table, uint32_t address) {
+    if (table.Ordered()) return FindByOrder(table, address);
     int32_t lo = 0;
     int32_t hi = table.Count() - 1;
     int32_t containing = -1;

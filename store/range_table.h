@@ -2,8 +2,9 @@
 // by number and inserted and removed anywhere. It is kept in pages, so that a change in the middle
 // moves the entries of one page and no others.
 //
-// Entries are ascending and do not overlap while addresses do not wrap; where they do, the table
-// holds what was put into it, in the order of the entry numbers.
+// Entries are ascending, not empty and without overlap as long as the table is `Ordered`. Where an
+// address wraps or an entry has shrunk to nothing, the table holds what was put into it, in the
+// order of the entry numbers.
 #pragma once
 
 #include <cstdint>
@@ -26,6 +27,10 @@ class RangeTable {
     void Free();
 
     int32_t Count() const { return count_; }
+    bool Ordered() const { return ordered_; }
+    void GiveUpOrder() { ordered_ = false; }
+    // How many entries of an ordered table begin at or below the address.
+    int32_t CountUpTo(uint32_t address);
     // A number from 0 to Count() - 1. The reference is valid until the next change of the table.
     RANGEINFO& operator[](int32_t number);
     // Puts an entry at a number from 0 to Count(); the entries from there on move up by one. False,
@@ -52,6 +57,7 @@ class RangeTable {
     int32_t page_capacity_ = 0;
     int32_t last_page_ = 0;  // where the last look-up ended: the next one is often near
     int32_t count_ = 0;
+    bool ordered_ = true;
 };
 
 // Entry numbers around an address, -1 for none.
@@ -60,7 +66,7 @@ struct FoundRanges {
     int32_t below;       // the nearest one that lies wholly below it
     int32_t above;       // the nearest one that lies wholly above it
 };
-// Where tables hold wrapped addresses, the result follows from the steps of a binary search.
+// Where the table is not ordered, the result follows from the steps of a binary search.
 FoundRanges FindRange(RangeTable& table, uint32_t address);
 
 }  // namespace scan695

@@ -18,7 +18,7 @@ void WriteLines() {
     }
 }
 
-void WriteSlice(CompareFunction compare, uint32_t first, uint32_t count) {
+void WriteLineSlice(CompareFunction compare, uint32_t first, uint32_t count) {
     init_table16(Store.LineTable, Work.LineWork, sizeof(LINEINFO), first, count);
     SortRecords(compare, count);
     WriteIndex(first, count);
@@ -32,7 +32,7 @@ uint32_t WriteModuleLineIndex(CompareFunction compare) {
         const MODULEINFO& module = Work.ModuleWork[i];
         if (module.nof_lines == 0) continue;
         Trace("Sorting %d lines in module %d\n", module.nof_lines, static_cast<int32_t>(i));
-        WriteSlice(compare, module.first_line, module.nof_lines);
+        WriteLineSlice(compare, module.first_line, module.nof_lines);
     }
     return offset;
 }
@@ -48,7 +48,7 @@ void SortLines() {
     header.line_number_index_offs = WriteModuleLineIndex(CompareLineNumbers);
     Trace("Sorting %d lines globally\n", static_cast<int32_t>(header.nof_lines));
     header.global_line_index_offs = SeekImageEnd();
-    WriteSlice(CompareLineAddresses, 0, header.nof_lines);
+    WriteLineSlice(CompareLineAddresses, 0, header.nof_lines);
     Store.LineTable.Free();
 }
 

@@ -62,7 +62,7 @@ void WriteSymbols() {
 }
 
 // Appends the slice of one scope to a symbol index. Record numbers are those of the whole table.
-void WriteSlice(CompareFunction compare, uint32_t first, uint32_t count) {
+void WriteSymbolSlice(CompareFunction compare, uint32_t first, uint32_t count) {
     init_symbols(first, count);
     if (compare == CompareNames) init_names(Work.SymbolKeys.get(), sizeof(SymbolEntry), count);
     SortRecords(compare, count);
@@ -77,20 +77,20 @@ uint32_t WriteSymbolIndex(CompareFunction compare) {
     const uint32_t offset = SeekImageEnd();
     if (header.nof_global_symbols != 0) {
         Trace("Sorting %d global symbols\n", static_cast<int32_t>(header.nof_global_symbols));
-        WriteSlice(compare, 0, header.nof_global_symbols);
+        WriteSymbolSlice(compare, 0, header.nof_global_symbols);
     }
     for (uint32_t i = 0; i < header.nof_modules; ++i) {
         const MODULEINFO& module = Work.ModuleWork[i];
         if (module.nof_symbols == 0) continue;
         Trace("Sorting %d symbols in module %d\n", static_cast<int32_t>(module.nof_symbols),
               static_cast<int32_t>(i));
-        WriteSlice(compare, module.first_symbol, module.nof_symbols);
+        WriteSymbolSlice(compare, module.first_symbol, module.nof_symbols);
     }
     for (uint32_t i = 0; i < header.nof_blocks; ++i) {
         const BLOCKINFO block = ReadBlock(i);
         if (block.nof_symbols == 0) continue;
         Trace("Sorting %d symbols in block %d\n", block.nof_symbols, static_cast<int32_t>(i));
-        WriteSlice(compare, block.first_symbol, block.nof_symbols);
+        WriteSymbolSlice(compare, block.first_symbol, block.nof_symbols);
     }
     return offset;
 }

@@ -10,7 +10,6 @@ namespace scan695 {
 
 namespace {
 
-constexpr uint32_t FIRST_USER_TYPE = 256;
 constexpr uint32_t TYPE_VOID_1 = 32;  // the input's type 1, a second void
 
 // By tk_ti, the same for all processors.

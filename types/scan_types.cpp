@@ -2,14 +2,13 @@
 
 #include "reader/primitives.h"
 #include "report/report.h"
+#include "types/cvt_type.h"
 #include "types/scan_type.h"
 #include "types/type_state.h"
 
 namespace scan695 {
 
 namespace {
-
-constexpr uint32_t FIRST_COMPOUND_TYPE = 256;
 
 uint32_t ScanTypeName(char* name) {
     const uint32_t ref_idx = RequireNumber();
@@ -23,7 +22,7 @@ void ScanTypeRecord(uint32_t ref_idx, char* name) {
     if (ReadByte() != BYTE_N) UnexpectedRecord();
     if (RequireNumber() != ref_idx) StopAtLastOffset("Unexpected type ident at %x\n");
     Trace("Type=%u, ref_idx=%u\n", tk_idx, ref_idx);
-    if (tk_idx < FIRST_COMPOUND_TYPE) StopAtLastOffset("Unrecognized compound type at %X\n");
+    if (tk_idx < FIRST_USER_TYPE) StopAtLastOffset("Unrecognized compound type at %X\n");
     ScanType(tk_idx, 0, name);
 }
 

@@ -10,7 +10,6 @@ namespace scan695 {
 
 namespace {
 
-constexpr uint32_t FIRST_COMPOUND_TYPE = 256;
 constexpr uint32_t POINTER_KIND = 3;  // the one kind of n that tools write
 constexpr uint8_t SMALL_POINTER = 1;  // values of a pointer's spec
 constexpr uint8_t LARGE_POINTER = 3;
@@ -122,7 +121,7 @@ uint32_t ScanTypedef(const Definition& definition) {
         NumberOrStop(definition.letter == 'T' ? "Invalid 'T' typedef encountered at %X\n"
                                               : "Invalid 't' typedef encountered at %X\n");
     uint32_t fst_ti;
-    if (target < FIRST_COMPOUND_TYPE) {
+    if (target < FIRST_USER_TYPE) {
         fst_ti = CvtTkType(target);
     } else if (Types.Aliases.Find(target, fst_ti) != 0) {
         Trace("[%u] %c TYPEDEF %u, name=%s known as fst_ti=%u\n", target,
