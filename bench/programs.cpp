@@ -88,14 +88,18 @@ Bytes StackPointsProgram(uint32_t count) {
         {.debug = Bb1("MAIN_C", types) + Bb3("MAIN_C", functions) + Bb5("main.c", points)}));
 }
 
-Bytes LinesProgram(uint32_t count) {
-    constexpr uint32_t PER_MODULE = 2000;
+Bytes LinesProgram(uint32_t count, bool interleaved) {
+    constexpr uint32_t MODULES = 200;
+    const uint32_t per_module = count / MODULES;
     Bytes debug;
-    for (uint32_t done = 0; done < count; done += PER_MODULE) {
+    for (uint32_t module = 0; module < MODULES; ++module) {
         Bytes lines = Nn(0x46, "");
-        for (uint32_t i = 0; i < PER_MODULE; ++i)
-            lines += Line(0x46, 1 + i % 1500, 4 * (done + (i ^ 3)));
-        const std::string name = Numbered("M", done);
+        for (uint32_t i = 0; i < per_module; ++i) {
+            const uint32_t place =
+                interleaved ? i * MODULES + module : module * per_module + (i ^ 3);
+            lines += Line(0x46, 1 + i % 1500, 4 * place);
+        }
+        const std::string name = Numbered("M", module);
         debug += Bb1(name, {}) + Bb3(name, {}) + Bb5(name + ".c", lines);
     }
     return Build(WithCode({.debug = debug}));

@@ -20,8 +20,8 @@ test::Bytes AsmSymbolsProgram(uint32_t count);
 // `count` stack adjust points over half as many functions.
 test::Bytes StackPointsProgram(uint32_t count);
 
-// `count` lines in modules of 2,000.
-test::Bytes LinesProgram(uint32_t count);
+// `count` lines in 200 modules, whose addresses follow one another or lie mixed line by line.
+test::Bytes LinesProgram(uint32_t count, bool interleaved);
 
 // `count` functions of 50 modules, their addresses interleaved.
 test::Bytes BlocksProgram(uint32_t count);

@@ -122,7 +122,8 @@ const Case CASES[] = {
     {"global and public symbols", SymbolsProgram, 200000, true, 2.4},
     {"assembler symbols", AsmSymbolsProgram, 20000, false, 2.3},
     {"stack adjust points", StackPointsProgram, 20000, false, 2.3},
-    {"lines", LinesProgram, 400000, true, 2.4},
+    {"lines", [](uint32_t n) { return LinesProgram(n, false); }, 400000, true, 2.4},
+    {"lines of mixed modules", [](uint32_t n) { return LinesProgram(n, true); }, 400000, true, 2.4},
     {"interleaved blocks", BlocksProgram, 50000, true, 2.4},
 };
 

@@ -3,12 +3,9 @@
 // as it was; a complete STF file ends with a line's end; an FST file is left behind by a good debug
 // run only, and the inspector finds nothing wrong with it.
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstring>
-#include <string>
-#include <vector>
+#include <algorithm>
 
 #include "cli/inspector/verify.h"
 #include "fuzz/object_parts.h"
@@ -20,60 +17,27 @@ namespace {
 
 constexpr bool DEBUG = FUZZ_DEBUG_MODE != 0;
 
-// In memory where the system has a place for that. Console output is thrown away.
-class Workshop {
-  public:
+// Where the files lie. Console output is thrown away.
+struct Workshop {
+    const std::filesystem::path directory = test::ScratchDirectory();
+    const std::filesystem::path input = directory / "t.abs";
+    const std::filesystem::path stf = directory / "t.stf";
+    const std::filesystem::path fst = directory / "T.FST";
     Workshop() {
-        const bool shared_memory = access("/dev/shm", W_OK) == 0;
-        directory_ = std::string(shared_memory ? "/dev/shm" : "/tmp") + "/scan695-fuzz-XXXXXX";
-        if (mkdtemp(directory_.data()) == nullptr) Broken("a directory to work in");
         const int null = open("/dev/null", O_RDWR);
         dup2(null, 0);
         dup2(null, 1);
         close(null);
     }
-    ~Workshop() {
-        for (const std::string& path : {Input(), Stf(), Fst()}) unlink(path.c_str());
-        rmdir(directory_.c_str());
-    }
-    Workshop(const Workshop&) = delete;
-    Workshop& operator=(const Workshop&) = delete;
-
-    std::string Input() const { return directory_ + "/t.abs"; }
-    std::string Stf() const { return directory_ + "/t.stf"; }
-    std::string Fst() const { return directory_ + "/T.FST"; }
-
-  private:
-    std::string directory_;
 };
 
-void Write(const std::string& path, const uint8_t* data, size_t size) {
-    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    if (file < 0 || write(file, data, size) != static_cast<ssize_t>(size))
-        Broken("a file can be written");
-    close(file);
-}
-
-void CheckInput(const Workshop& files, const uint8_t* data, size_t size) {
-    const std::string now = test::ReadWholeFile(files.Input());
-    if (now.size() != size || std::memcmp(now.data(), data, size) != 0) Broken("the input stays");
-}
-
-void CheckStf(const Workshop& files) {
-    char end[2] = {};
-    const int file = open(files.Stf().c_str(), O_RDONLY);
-    if (file < 0 || lseek(file, -2, SEEK_END) < 0 || read(file, end, 2) != 2) end[0] = 0;
-    close(file);
-    if (std::memcmp(end, "\r\n", 2) != 0) Broken("a complete STF file");
-}
-
 void CheckFst(const Workshop& files, bool expected) {
-    if ((access(files.Fst().c_str(), F_OK) == 0) != expected)
+    if ((std::filesystem::exists(files.fst)) != expected)
         Broken("an FST file after a good debug run only");
     if (!expected) return;
     inspector::Fst fst;
     std::string error;
-    if (!inspector::Load(files.Fst(), fst, error)) Broken("a readable FST file:", error.c_str());
+    if (!inspector::Load(files.fst, fst, error)) Broken("a readable FST file:", error.c_str());
     const std::vector<std::string> violations = inspector::Verify(fst);
     if (!violations.empty()) Broken("a sound FST file:", violations[0].c_str());
 }
@@ -82,15 +46,20 @@ void CheckFst(const Workshop& files, bool expected) {
 }  // namespace scan695::fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    using namespace scan695;
     using namespace scan695::fuzz;
     static const Workshop files;
     if (RepeatsTooMuch(data, size)) return 0;
-    Write(files.Input(), data, size);
-    unlink(files.Fst().c_str());
-    const int status = scan695::test::RunConvert(files.Input(), files.Stf(), DEBUG);
+    test::WriteWholeFile(files.input, {data, data + size});
+    std::filesystem::remove(files.fst);
+    const int status = test::RunConvert(files.input, files.stf, DEBUG);
     if (status != 0 && status != 1) Broken("status 0 or 1");
-    CheckInput(files, data, size);
-    if (status == 0) CheckStf(files);
+    const std::string now = test::ReadWholeFile(files.input);
+    if (!std::equal(now.begin(), now.end(), data, data + size,
+                    [](char a, uint8_t b) { return static_cast<uint8_t>(a) == b; }))
+        Broken("the input stays");
+    if (status == 0 && !test::ReadWholeFile(files.stf).ends_with("\r\n"))
+        Broken("a complete STF file");
     CheckFst(files, DEBUG && status == 0);
     return 0;
 }

@@ -70,9 +70,7 @@ int main(int argc, char** argv) {
     SeedWriter seeds(argv[1]);
     for (const char* sample : {"c166.abs", "296sa.abs", "tricore.abs"}) {
         const std::string bytes = ReadWholeFile(fs::path(SCAN695_SOURCE_DIR) / "samples" / sample);
-        Bytes file;
-        file.Append(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
-        seeds.Add(file);
+        seeds.Add(Bytes({bytes.begin(), bytes.end()}));
     }
     for (const FatalCase& fault : FatalCases()) seeds.Add(Build(fault.File()));
     for (uint32_t seed = 1; seed <= RANDOM_FILES; ++seed) seeds.Add(RandomFile(seed));

@@ -26,22 +26,16 @@ Range RandomRange(Random& random, const Records& records) {
     return {begin, std::min(begin + length, static_cast<Place>(records.size()))};
 }
 
-void Insert(Random& random, Records& records, const Records& more) {
+// Copies a few records of another list, or of the same one, to a place of their own.
+void Insert(Random& random, Records& records, const Records& others) {
+    const Range range = RandomRange(random, others);
+    const Records more(others.begin() + range.begin, others.begin() + range.end);
     records.insert(records.begin() + Below(random, records.size() + 1), more.begin(), more.end());
-}
-
-void Duplicate(Random& random, Records& records) {
-    const Range range = RandomRange(random, records);
-    Insert(random, records, Records(records.begin() + range.begin, records.begin() + range.end));
 }
 
 void Delete(Random& random, Records& records) {
     const Range range = RandomRange(random, records);
     records.erase(records.begin() + range.begin, records.begin() + range.end);
-}
-
-void Exchange(Random& random, Records& records) {
-    std::swap(records[Below(random, records.size())], records[Below(random, records.size())]);
 }
 
 void ChangeBytes(Random& random, Records& records) {
@@ -64,19 +58,19 @@ void ChangeNumber(Random& random, Records& records) {
     const auto others = NumbersOf(records[Below(random, records.size())]);
     if (numbers.empty()) return;
     const NumberField field = numbers[Below(random, numbers.size())];
-    switch (Below(random, 8)) {
-        case 0:
-            return PutNumber(record, field, {});
-        case 1:
-            return PutNumber(record, field, test::Num(field.value + 1));
-        case 2:
-            return PutNumber(record, field, test::Num(field.value - 1));
-        case 3:
-            return PutNumber(record, field, test::Num(RandomNumber(random)));
-        default:
-            if (others.empty()) return;
-            return PutNumber(record, field, test::Num(others[Below(random, others.size())].value));
-    }
+    const uint32_t choice = Below(random, 8);
+    if (choice == 0) return PutNumber(record, field, {});
+    if (choice == 1) return PutNumber(record, field, test::Num(field.value + 1));
+    if (choice == 2) return PutNumber(record, field, test::Num(field.value - 1));
+    if (choice == 3) return PutNumber(record, field, test::Num(RandomNumber(random)));
+    if (others.empty()) return;
+    PutNumber(record, field, test::Num(others[Below(random, others.size())].value));
+}
+
+std::vector<uint8_t> Joined(const Records& records) {
+    std::vector<uint8_t> bytes;
+    for (const Record& record : records) bytes.insert(bytes.end(), record.begin(), record.end());
+    return bytes;
 }
 
 // The index of the NN record that stands last in front of a place.
@@ -110,38 +104,28 @@ void AddRecords(Random& random, size_t part, Records& records) {
 }
 
 void WrapInBlock(Random& random, Records& records) {
-    const Range range = RandomRange(random, records);
-    test::Bytes body;
-    for (Place i = range.begin; i < range.end; ++i)
-        body.Append(records[static_cast<size_t>(i)].data(), records[static_cast<size_t>(i)].size());
-    records.erase(records.begin() + range.begin, records.begin() + range.end);
-    records.insert(records.begin() + range.begin,
-                   RandomBlock(random, body, Below(random, 4) == 0).vector());
+    const auto [begin, end] = RandomRange(random, records);
+    const Records wrapped(records.begin() + begin, records.begin() + end);
+    records.erase(records.begin() + begin, records.begin() + end);
+    const test::Bytes block =
+        RandomBlock(random, test::Bytes(Joined(wrapped)), Below(random, 4) == 0);
+    records.insert(records.begin() + begin, block.vector());
 }
 
 void MutateRecords(Random& random, size_t part, Records& records) {
     const uint32_t choice = Below(random, 16);
     if (records.empty() || choice < 5) return AddRecords(random, part, records);
-    if (choice < 7) return Duplicate(random, records);
-    if (choice < 8) return Delete(random, records);
-    if (choice < 9) return Exchange(random, records);
+    if (choice < 8) return Insert(random, records, records);
+    if (choice < 9) return Delete(random, records);
     if (choice < 10) return ChangeBytes(random, records);
     if (choice < 15) return ChangeNumber(random, records);
     return WrapInBlock(random, records);
 }
 
 size_t RandomPart(Random& random) {
-    constexpr size_t PARTS[] = {DEBUG_INFO, DEBUG_INFO, DEBUG_INFO, DEBUG_INFO,
-                                DEBUG_INFO, DEBUG_INFO, DATA,       DATA,
-                                EXTERNAL,   EXTERNAL,   SEGMENTS};
+    constexpr size_t PARTS[] = {DEBUG_INFO, DEBUG_INFO, DEBUG_INFO, DATA, EXTERNAL, SEGMENTS};
     return Below(random, 40) == 0 ? Below(random, NOF_PARTS)
                                   : PARTS[Below(random, std::size(PARTS))];
-}
-
-std::vector<uint8_t> Joined(const Records& records) {
-    std::vector<uint8_t> bytes;
-    for (const Record& record : records) bytes.insert(bytes.end(), record.begin(), record.end());
-    return bytes;
 }
 
 void MutatePart(Random& random, ObjectParts& object) {
@@ -200,9 +184,8 @@ extern "C" size_t LLVMFuzzerCustomCrossOver(const uint8_t* data1, size_t size1,
     const Records more = SplitRecords(other.parts[part]);
     if (more.empty()) return 0;
     Records records = SplitRecords(object.parts[part]);
-    const Range range = RandomRange(random, more);
     if (Below(random, 4) == 0) records.clear();
-    Insert(random, records, Records(more.begin() + range.begin, more.begin() + range.end));
+    Insert(random, records, more);
     object.parts[part] = Joined(records);
     object.present[part] = true;
     return Deliver(Join(object), out, max_out_size);

@@ -27,56 +27,46 @@ uint32_t NumberAt(const uint8_t* data, size_t at, size_t width) {
     return value;
 }
 
-class HeaderReader {
-  public:
-    HeaderReader(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+// Reads on as long as the header is sound.
+struct HeaderReader {
+    const uint8_t* data;
+    size_t size;
     size_t at = 0;
     bool sound = true;
 
-    void Byte(uint8_t byte) {
-        if (!Next(byte)) sound = false;
-    }
-    bool Next(uint8_t byte) {
-        if (at >= size_ || data_[at] != byte) return false;
-        ++at;
-        return true;
+    void Byte(size_t byte) {
+        sound = sound && at < size && data[at] == byte;
+        if (sound) ++at;
     }
     void Name() {
-        if (at >= size_ || data_[at] >= 0x80 || size_ - at <= data_[at]) sound = false;
-        if (sound) at += data_[at] + 1U;
+        sound = sound && at < size && data[at] < 0x80 && size - at > data[at];
+        if (sound) at += data[at] + 1U;
     }
     uint32_t Number() {
-        const size_t width = NumberSize(data_, size_, at);
-        if (width == 0) sound = false;
+        const size_t width = NumberSize(data, size, at);
+        sound = sound && width != 0;
         if (!sound) return 0;
         at += width;
-        return NumberAt(data_, at - width, width);
+        return NumberAt(data, at - width, width);
     }
-
-  private:
-    const uint8_t* data_;
-    size_t size_;
 };
 
 }  // namespace
 
 bool Split(const uint8_t* data, size_t size, ObjectParts& object) {
-    HeaderReader header(data, size);
+    HeaderReader header = {data, size};
     header.Byte(0xE0);
     header.Name();
     header.Name();
     header.Byte(0xEC);
     header.Number();
     header.Number();
-    if (!header.Next(0xCC)) header.Next(0xCD);
-    if (!header.sound) return false;
+    if (header.at < size && (data[header.at] & 0xFE) == 0xCC) ++header.at;
     object = {};
     object.head.assign(data, data + header.at);
     std::array<size_t, NOF_PARTS> offsets = {};
     for (size_t i = 0; i < NOF_PARTS; ++i) {
-        header.Byte(0xE2);
-        header.Byte(0xD7);
-        header.Byte(static_cast<uint8_t>(i));
+        for (const size_t byte : {size_t{0xE2}, size_t{0xD7}, i}) header.Byte(byte);
         offsets[i] = header.Number();
         object.present[i] = offsets[i] != 0;
     }

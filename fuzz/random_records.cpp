@@ -45,39 +45,37 @@ TypeDef RandomFunction(Random& random, int depth) {
 }
 
 TypeDef RandomType(Random& random, int depth) {
-    const auto nested = [&] { return RandomType(random, depth + 1); };
-    switch (depth > 2 ? 99 : Below(random, 18)) {
-        case 0:
-            return RandomFunction(random, depth);
-        case 1:
-            return def::Array(nested(), RandomNumber(random));
-        case 2:
-            return def::PointerAttribute(3, nested(), Below(random, 300));
-        case 3:
-            return def::SmallPointer(nested());
-        case 4:
-            return def::LargePointer(nested());
-        case 5:
-        case 6:
-        case 7:
-            return def::Struct(Below(random, 9), RandomMembers(random, depth));
-        case 8:
-            return def::Union(Below(random, 9), RandomMembers(random, depth));
-        case 9:
-            return def::Enum({{"RED", RandomNumber(random)}, {"BLUE", 1}},
-                             EnumSize(static_cast<uint8_t>(Below(random, 5))));
-        case 10:
-            return def::Typedef(RandomTypeNumber(random));
-        case 11:
-            return def::OtherTypedef(RandomTypeNumber(random));
-        case 12:
-        case 13:
-            return def::Bitfield(Below(random, 2), Below(random, 34));
-        case 14:
-            return def::Qualified(Below(random, 300), nested());
-        default:
-            return RandomTypeNumber(random);
-    }
+    using Make = TypeDef (*)(Random&, int);
+    constexpr Make STRUCT = [](Random& r, int d) {
+        return def::Struct(Below(r, 9), RandomMembers(r, d));
+    };
+    constexpr Make BITFIELD = [](Random& r, int) {
+        return def::Bitfield(Below(r, 2), Below(r, 34));
+    };
+    constexpr Make OTHERS[] = {
+        STRUCT,
+        STRUCT,
+        STRUCT,
+        BITFIELD,
+        BITFIELD,
+        RandomFunction,
+        [](Random& r, int d) { return def::Array(RandomType(r, d + 1), RandomNumber(r)); },
+        [](Random& r, int d) {
+            return def::PointerAttribute(3, RandomType(r, d + 1), Below(r, 300));
+        },
+        [](Random& r, int d) { return def::SmallPointer(RandomType(r, d + 1)); },
+        [](Random& r, int d) { return def::LargePointer(RandomType(r, d + 1)); },
+        [](Random& r, int d) { return def::Union(Below(r, 9), RandomMembers(r, d)); },
+        [](Random& r, int) {
+            return def::Enum({{"RED", RandomNumber(r)}, {"BLUE", 1}},
+                             EnumSize(static_cast<uint8_t>(Below(r, 5))));
+        },
+        [](Random& r, int) { return def::Typedef(RandomTypeNumber(r)); },
+        [](Random& r, int) { return def::OtherTypedef(RandomTypeNumber(r)); },
+        [](Random& r, int d) { return def::Qualified(Below(r, 300), RandomType(r, d + 1)); },
+    };
+    const size_t choice = depth > 2 ? 99 : Below(random, 18);
+    return choice < std::size(OTHERS) ? OTHERS[choice](random, depth) : RandomTypeNumber(random);
 }
 
 // A bag of marks; sorting and pairing them is the reader's.
@@ -96,33 +94,24 @@ Bytes RandomSymbol(Random& random, uint32_t i) {
     const uint32_t type = RandomTypeNumber(random);
     const uint32_t x = RandomNumber(random);
     const uint32_t address = RandomAddress(random);
-    switch (Below(random, 14)) {
-        case 0:
-        case 1:
-            return AutoVariable(i, name, type, x);
-        case 2:
-            return LivingRegister(i, name, type, x);
-        case 3:
-        case 4:
-            return StaticVariable(i, name, type, address, x);
-        case 5:
-            return ExternalVariable(i, name, type, address);
-        case 6:
-        case 7:
-            return GlobalVariable(i, name, type, address, Absent());
-        case 8:
-            return LockedRegister(i, name, type, x);
-        case 9:
-            return BasedVariable(i, name, type, {1, 2, Below(random, 2), 4, 5}, address);
-        case 10:
-            return Constant(i, name, type, {0, Below(random, 2), x}, {x, address});
-        case 11:
-            return AsmSymbol(i, name, type, address, Below(random, 8), Below(random, 2));
-        case 12:
-            return AsmSymbol(i, name, type, address);
-        default:
-            return Misc(i, name, 62 + Below(random, 3), 50, {x});
-    }
+    const uint32_t bit = Below(random, 2);
+    const Bytes symbols[] = {
+        AutoVariable(i, name, type, x),
+        AutoVariable(i, name, type, x),
+        LivingRegister(i, name, type, x),
+        StaticVariable(i, name, type, address, x),
+        StaticVariable(i, name, type, address, x),
+        ExternalVariable(i, name, type, address),
+        GlobalVariable(i, name, type, address),
+        GlobalVariable(i, name, type, address),
+        LockedRegister(i, name, type, x),
+        BasedVariable(i, name, type, {1, 2, bit, 4, 5}, address),
+        Constant(i, name, type, {0, bit, x}, {x, address}),
+        AsmSymbol(i, name, type, address, Below(random, 8), bit),
+        AsmSymbol(i, name, type, address),
+        Misc(i, name, 62 + Below(random, 3), 50, {x}),
+    };
+    return symbols[Below(random, std::size(symbols))];
 }
 
 Bytes RandomLines(Random& random, uint32_t index) {
@@ -155,31 +144,19 @@ Bytes RandomAsmModule(Random& random) {
 
 Bytes RandomScopeRecords(Random& random, uint32_t index, uint8_t block) {
     const uint32_t other = 0x46 + Below(random, 4);
-    switch (Below(random, 6)) {
-        case 0:
-        case 1:
-            return RandomLifetimes(random, index);
-        case 2:
-            return ParameterMark(index);
-        case 3:
-            if (block != 0x0A) return RandomBlock(random, RandomSymbol(random, other), block == 3);
-            return AsmLine(other, RandomNumber(random), RandomAddress(random));
-        default:
-            return RandomSymbol(random, other) + RandomLifetimes(random, other);
-    }
+    const uint32_t choice = Below(random, 6);
+    if (choice < 2) return RandomLifetimes(random, index);
+    if (choice == 2) return ParameterMark(index);
+    if (choice > 3) return RandomSymbol(random, other) + RandomLifetimes(random, other);
+    return block == 0x0A ? AsmLine(other, RandomNumber(random), RandomAddress(random))
+                         : RandomBlock(random, RandomSymbol(random, other), block == 3);
 }
 
 Bytes RandomLoad(Random& random) {
-    switch (Below(random, 4)) {
-        case 0:
-            return UseSegment(1 + Below(random, 4));
-        case 1:
-            return LoadAt(1, RandomAddress(random));
-        case 2:
-            return Repeat(Below(random, 4)) + Load({1, 2, 3});
-        default:
-            return Load(Times(Below(random, 300), {static_cast<uint8_t>(random())}));
-    }
+    const Bytes loads[] = {UseSegment(1 + Below(random, 4)), LoadAt(1, RandomAddress(random)),
+                           Repeat(Below(random, 4)) + Load({1, 2, 3}),
+                           Load(Times(Below(random, 300), {static_cast<uint8_t>(random())}))};
+    return loads[Below(random, std::size(loads))];
 }
 
 }  // namespace
@@ -210,36 +187,23 @@ Bytes RandomModules(Random& random, uint32_t most) {
 }
 
 Bytes RandomDebugRecords(Random& random, uint8_t block, uint32_t index) {
-    switch (block) {
-        case 0:
-            return Below(random, 3) == 0 ? RandomAsmModule(random) : RandomModule(random, index);
-        case 1:
-        case 2:
-            return RandomTypeRecord(random, index);
-        case 5:
-            return RandomLines(random, index);
-        default:
-            return RandomScopeRecords(random, index, block);
-    }
+    if (block == 0)
+        return Below(random, 3) == 0 ? RandomAsmModule(random) : RandomModule(random, index);
+    if (block <= 2) return RandomTypeRecord(random, index);
+    return block == 5 ? RandomLines(random, index) : RandomScopeRecords(random, index, block);
 }
 
 Bytes RandomRecords(Random& random, size_t part, uint32_t index) {
-    constexpr Memory MEMORIES[] = {Memory::kCode, Memory::kConstants, Memory::kData, Memory::kNone};
     constexpr uint32_t ATTRIBUTES[] = {8, 16, 19, 20};
-    switch (part) {
-        case SEGMENTS:
-            return Segment(1 + Below(random, 4), MEMORIES[Below(random, 4)], "S",
-                           RandomAddress(random), Below(random, 64));
-        case EXTERNAL:
-            return PublicSymbol(32 + Below(random, 8), RandomName(random), RandomTypeNumber(random),
-                                ATTRIBUTES[Below(random, 4)], RandomAddress(random));
-        case DATA:
-            return RandomLoad(random);
-        case DEBUG_INFO:
-            return RandomDebugRecords(random, 0, index);
-        default:
-            return Atn(index, 0, 37 + Below(random, 20), 1, 1);
-    }
+    if (part == DEBUG_INFO) return RandomDebugRecords(random, 0, index);
+    if (part == DATA) return RandomLoad(random);
+    if (part == SEGMENTS)
+        return Segment(1 + Below(random, 4), static_cast<Memory>(Below(random, 4)), "S",
+                       RandomAddress(random), Below(random, 64));
+    if (part == EXTERNAL)
+        return PublicSymbol(32 + Below(random, 8), RandomName(random), RandomTypeNumber(random),
+                            ATTRIBUTES[Below(random, 4)], RandomAddress(random));
+    return Atn(index, 0, 37 + Below(random, 20), 1, 1);
 }
 
 }  // namespace scan695::fuzz

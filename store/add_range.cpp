@@ -57,14 +57,12 @@ void RemoveRanges(int32_t first, int32_t last) {
 
 void CutToEndBefore(RANGEINFO& entry, uint32_t first) {
     entry.length = first - entry.address;
-    if (entry.length == 0) Work.Ranges.GiveUpOrder();
 }
 
 void CutToStartBehind(RANGEINFO& entry, uint32_t last) {
     const uint32_t start = last + 1;
     entry.length -= start - entry.address;
     entry.address = start;
-    if (entry.length == 0) Work.Ranges.GiveUpOrder();
 }
 
 void GrowToEndAt(RANGEINFO& entry, uint32_t last) {

@@ -1,12 +1,10 @@
-// FST files made by hand, for tests of the inspector: the parts as tables that a test can change
-// before they are put together, with nothing of the writer's code.
+// An FST file taken apart, for tests of the inspector: the parts as tables that a test can change
+// before they are put together again, with nothing of the writer's code.
 #pragma once
 
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "store/records.h"
@@ -30,19 +28,11 @@ struct FstParts {
     std::vector<CODEINFO> code;  // the bytes of a block count up from 0
     std::array<uint8_t, 16> basic_sizes = {};
 
-    // Store an item and give its offset.
-    uint32_t Store(std::string item);
-    uint32_t Name(const std::string& name) { return Store(name + '\0'); }
-    template <class Record>
-    uint32_t List(const std::vector<Record>& records) {
-        return Store(
-            {reinterpret_cast<const char*>(records.data()), records.size() * sizeof(Record)});
-    }
-
     std::vector<uint8_t> Assemble();
 };
 
-// Two modules with everything that a file can hold, in which nothing is amiss.
+// Those of golden/sound.fst, which golden/listing.txt shows: two modules with everything that a
+// file can hold, in which nothing is amiss.
 FstParts SoundParts();
 
 }  // namespace scan695::test

@@ -16,9 +16,9 @@ struct Outcome {
 };
 
 struct Surroundings {
-    std::string input;         // what standard input holds
-    std::string output;        // where standard output goes instead of Outcome::out
-    unsigned long file_limit;  // the largest file in bytes; 0 for none
+    std::string input = "";        // what standard input holds, at most what a pipe takes
+    std::string output = "";       // where standard output goes instead of Outcome::out
+    unsigned long file_limit = 0;  // the largest file in bytes; 0 for none
 };
 
 class Sandbox {
@@ -31,24 +31,19 @@ class Sandbox {
     // The names in the directory and in the one for temporary files, with a blank behind each.
     std::string Listing() const;
 
-    Outcome Run(const std::vector<std::string>& arguments, const Surroundings& around = {}) const;
+    Outcome Run(const std::vector<std::string>& arguments, const Surroundings& around = {});
 
-    // The two halves of Run, for a process that waits at its standard input, which stays open and
-    // silent.
-    pid_t Start(const std::vector<std::string>& arguments);
+    // The two halves of Run, for a process whose standard input stays open.
+    pid_t Start(const std::vector<std::string>& arguments, const Surroundings& around = {});
     Outcome Finish(pid_t process);
     // What a started process has written to standard output so far.
     std::string OutputSoFar() const;
 
   private:
-    pid_t Launch(const std::vector<std::string>& arguments, const Surroundings& around,
-                 int input) const;
-    Outcome Collect(pid_t process) const;
-
     std::filesystem::path directory_;  // the working directory
     std::filesystem::path temp_;       // TMPDIR
     std::filesystem::path streams_;    // what the process prints
-    int silence_ = -1;                 // keeps the standard input of a started process open
+    int input_ = -1;                   // the other end of its standard input
 };
 
 }  // namespace scan695::test

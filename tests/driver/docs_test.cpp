@@ -1,20 +1,16 @@
 // The examples of docs/stf.md stand so in the STF files of the samples.
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "tests/support/convert.h"
 
 namespace scan695::test {
 namespace {
 
-std::string SampleStf(const char* name) {
-    const std::filesystem::path samples = SCAN695_SOURCE_DIR "/samples";
-    return UnixLines(ConvertFile(samples / name, ScratchDirectory() / "t.stf").stf);
-}
-
 TEST(Docs, StfExamples) {
-    const std::string stf = SampleStf("c166.abs") + SampleStf("tricore.abs");
+    std::string stf;
+    for (const char* sample : {"/samples/c166.abs", "/samples/tricore.abs"})
+        stf += ConvertFile(SCAN695_SOURCE_DIR + std::string(sample), ScratchDirectory() / "t").stf;
+    stf = UnixLines(stf);
     const std::string page = ReadWholeFile(SCAN695_SOURCE_DIR "/docs/stf.md");
     const std::string fence = "```\n";
     int examples = 0;

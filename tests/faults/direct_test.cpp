@@ -1,10 +1,7 @@
 // Fatal conditions that no input brings about: the store has lost what the run relies on.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdio>
-
+#include "driver/run.h"
 #include "reader/external_part.h"
 #include "reader/scan_state.h"
 #include "scopes/conversions.h"
@@ -56,22 +53,6 @@ void LostLifetime() {
     CloseLifetimes(0, 0x100);
 }
 
-// Runs in a child; what it prints comes back.
-std::string ConsoleOf(void (*run)(), int& status) {
-    const std::filesystem::path console = ScratchDirectory() / "console";
-    std::fflush(stdout);
-    const pid_t child = fork();
-    if (child == 0) {
-        if (std::freopen("/dev/null", "r", stdin) == nullptr ||
-            std::freopen(console.c_str(), "w", stdout) == nullptr)
-            std::_Exit(99);
-        run();
-        std::_Exit(98);
-    }
-    waitpid(child, &status, 0);
-    return ReadWholeFile(console);
-}
-
 TEST(Direct, Messages) {
     constexpr uint32_t AT = sizeof(FstHeader);
     const struct {
@@ -89,10 +70,12 @@ TEST(Direct, Messages) {
         {"CvtTkStorageClass: unknown processor\n", [] { CvtTkStorageClass(1); }},
     };
     for (const auto& c : cases) {
-        int status = 0;
-        const std::string console = ConsoleOf(c.run, status);
-        EXPECT_EQ(console, c.message + PROMPT);
-        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << c.message;
+        const Converted result = InChild([&] {
+            StartRun(1, "/dev/null");
+            c.run();
+            return 98;
+        });
+        EXPECT_TRUE(StoppedWith(result, c.message)) << c.message << result.console;
     }
 }
 

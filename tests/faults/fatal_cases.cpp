@@ -9,32 +9,40 @@ namespace {
 constexpr const char* UPPER = "%X\n";
 constexpr const char* NONE = "";
 
+const std::string UNEXPECTED = "Unexpected record at ";
+const std::string FUNCTION = "Invalid function type encountered at ";
+
+Bytes operator+(const Bytes& left, const char* hex) {
+    return left + Hex(hex);
+}
+
 // Heads of blocks, up to where a fault comes.
 const Bytes TYPES = Hex("F8 01 00 n'M' F0 46 n'T'");
-const Bytes TYPE = TYPES + Hex("F2 82 01 00 CE 46");
+const Bytes TYPE = TYPES + "F2 82 01 00 CE 46";
 const Bytes SCOPE = Hex("F8 01 00 n'M' F9 F8 03 00 n'M'");
-const Bytes SYMBOL = SCOPE + Hex("F0 46 n'v' F1 CE 46 10");
+const Bytes SYMBOL = SCOPE + "F0 46 n'v' F1 CE 46 10";
+const Bytes MARK = Hex("F0 46 00 F1 CE 46 00 3F 46 03 E2 CE 46 10 E2 CE 46 00 E2 CE 46 05");
 const Bytes ASM = Hex("F8 0A 00 n'A' 00 00 00 00 00 00 00 00 00");
 const Bytes LINES = Hex("F8 05 00 n's.c' F0 46 00");
 const Bytes PUBLIC = Hex("E8 20 n'a' F1 C9 20 10 13");
 
 std::vector<FatalCase> TypeCases() {
     std::vector<FatalCase> cases = {
-        {"Unexpected type ident at ", Part::kDebug, TYPES + Hex("F2 82 01 00 CE 47")},
-        {"Unrecognized compound type at ", Part::kDebug, TYPES + Hex("F2 81 FF CE 46"), {5}, UPPER},
-        {"Unexpected record at ", Part::kDebug, TYPES + Hex("F2 82 01 00 CF"), {5}},
-        {"Unexpected record at ", Part::kDebug, TYPES + Hex("F2"), {0xCE}},
-        {"Unexpected record at ", Part::kDebug, TYPES + Hex("F3")},
+        {"Unexpected type ident at ", TYPES + "F2 82 01 00 CE 47"},
+        {"Unrecognized compound type at ", TYPES + "F2 81 FF CE 46", {5}, Part::kDebug, UPPER},
+        {UNEXPECTED, TYPES + "F2 82 01 00 CF", {5}},
+        {UNEXPECTED, TYPES + "F2", {0xCE}},
+        {UNEXPECTED, TYPES + "F3"},
     };
     const struct {
-        const char* message;
+        std::string message;
         const char* bytes;
     } definitions[] = {
         {"Cannot scan type index at ", ""},
-        {"Invalid function type encountered at ", "'x'"},
-        {"Invalid function type encountered at ", "'x' 00 00"},
-        {"Invalid function type encountered at ", "'x' 00 00 00 05"},
-        {"Invalid function type encountered at ", "'x' 00 00 00 05 00"},
+        {FUNCTION, "'x'"},
+        {FUNCTION, "'x' 00 00"},
+        {FUNCTION, "'x' 00 00 00 05"},
+        {FUNCTION, "'x' 00 00 00 05 00"},
         {"Invalid C array type encountered at ", "'Z' 05"},
         {"Invalid N qualifier encountered at ", "'n'"},
         {"Invalid pointer type encountered at ", "'n' 03 00"},
@@ -46,129 +54,71 @@ std::vector<FatalCase> TypeCases() {
         {"Invalid bitfield type encountered at ", "'g' 00"},
     };
     for (const auto& c : definitions)
-        cases.push_back({c.message, Part::kDebug, TYPE + Hex(c.bytes), {0xF9}, UPPER});
+        cases.push_back({c.message, TYPE + c.bytes, {0xF9}, Part::kDebug, UPPER});
     return cases;
 }
 
-std::vector<FatalCase> ScopeCases() {
-    const Bytes mark = Hex("F0 46 00 F1 CE 46 00 3F 46 03 E2 CE 46 10 E2 CE 46 00 E2 CE 46 05");
-    return {
-        {"Unexpected record at ", Part::kDebug, Hex("F8 07"), {}},
-        {"Unexpected record at ", Part::kDebug, Hex("F8 01"), {0xF9}},
-        {"Unexpected record at ", Part::kDebug, Hex("F8 01 00 n'M' F9 F8 03 00 n'm'")},
-        {"Unexpected record=e0 at ", Part::kDebug, SCOPE + Hex("E0")},
-        {"Unexpected record at ", Part::kDebug, SCOPE + Hex("F8 05")},
-        {"Unexpected record=0 at ", Part::kDebug, SCOPE + Hex("F8 04 00 n'f'")},
-        {"Unexpected record at ", Part::kDebug, SCOPE + Hex("F8 06 00 n'f' 00 00 00 F8 04")},
-        {"Unexpected record=e0 at ", Part::kDebug, ASM + Hex("E0")},
-        {"Unexpected record at ", Part::kDebug, ASM + Hex("F8 04")},
-        {"Unexpected record at ", Part::kDebug, SYMBOL + Hex("14")},
-        {"Unexpected record at ", Part::kDebug, SYMBOL + Hex("01")},
-        {"Unexpected record at ", Part::kDebug, SYMBOL + Hex("03 00 E2 CE 47")},
-        {"Unexpected record at ", Part::kDebug, SYMBOL + Hex("01 00 F1 CE 46 00 3E")},
-        {"ASN:Unexpected record at ", Part::kDebug, SYMBOL + Hex("03 00 E2 CF")},
-        {"Unrecognized value at ", Part::kDebug, SYMBOL + Hex("03 00 E2 CE 46")},
-        {"Not ASN record = f9 at ", Part::kDebug, SYMBOL + Hex("3E 32 01 F9"), {0, 0}, "%x\n", 1},
-        {"CvtTkStorageClass: unknown storage class encountered at ",
-         Part::kDebug,
-         SYMBOL + Hex("01 00") + mark,
-         {0xF9, 0xF9}},
-        {"Unexpected misc record=34, num=2 at ", Part::kDebug, LINES + Hex("F1 CE 46 00 40 34 02")},
-        {"Unexpected record=e0 at ", Part::kDebug, LINES + Hex("E0")},
-        {"Unexpected record at ", Part::kDebug, LINES + Hex("F1 CE 46 00 08")},
-        {"Unexpected record at ", Part::kDebug, LINES + Hex("F8 04")},
-        {"Nesting too deep at ", Part::kDebug, TYPE + Times(1000, {'O'}), {'O', 5}},
-        {"Nesting too deep at ",
-         Part::kDebug,
-         SCOPE + Times(1000, Hex("F8 06 00 00 00 00 00")) + Hex("F8 06 00"),
-         {}},
-        {"Nesting too deep at ",
-         Part::kDebug,
-         Times(1000, Hex("F8 05 00 00")) + Hex("F8 05 00"),
-         {}},
-    };
-}
+const std::vector<FatalCase> SCOPE_CASES = {
+    {UNEXPECTED, Hex("F8 07"), {}},
+    {UNEXPECTED, Hex("F8 01"), {0xF9}},
+    {UNEXPECTED, Hex("F8 01 00 n'M' F9 F8 03 00 n'm'")},
+    {"Unexpected record=e0 at ", SCOPE + "E0"},
+    {UNEXPECTED, SCOPE + "F8 05"},
+    {"Unexpected record=0 at ", SCOPE + "F8 04 00 n'f'"},
+    {UNEXPECTED, SCOPE + "F8 06 00 n'f' 00 00 00 F8 04"},
+    {"Unexpected record=e0 at ", ASM + "E0"},
+    {UNEXPECTED, ASM + "F8 04"},
+    {UNEXPECTED, SYMBOL + "14"},
+    {UNEXPECTED, SYMBOL + "01"},
+    {UNEXPECTED, SYMBOL + "03 00 E2 CE 47"},
+    {UNEXPECTED, SYMBOL + "01 00 F1 CE 46 00 3E"},
+    {"ASN:Unexpected record at ", SYMBOL + "03 00 E2 CF"},
+    {"Unrecognized value at ", SYMBOL + "03 00 E2 CE 46"},
+    {"Not ASN record = f9 at ", SYMBOL + "3E 32 01 F9", {0, 0}, Part::kDebug, "%x\n", 1},
+    {"CvtTkStorageClass: unknown storage class encountered at ",
+     SYMBOL + "01 00" + MARK,
+     {0xF9, 0xF9}},
+    {"Unexpected misc record=34, num=2 at ", LINES + "F1 CE 46 00 40 34 02"},
+    {"Unexpected record=e0 at ", LINES + "E0"},
+    {UNEXPECTED, LINES + "F1 CE 46 00 08"},
+    {UNEXPECTED, LINES + "F8 04"},
+    {"Nesting too deep at ", TYPE + Times(1000, {'O'}), {'O', 5}},
+    {"Nesting too deep at ", SCOPE + Times(1000, Hex("F8 06 00 00 00 00 00")) + "F8 06 00", {}},
+    {"Nesting too deep at ", Times(1000, Hex("F8 05 00 00")) + "F8 05 00", {}},
+};
 
-std::vector<FatalCase> OtherCases() {
-    std::vector<FatalCase> cases = {
-        {"Unrecognized value at ", Part::kExternal, PUBLIC + Hex("E2 C9 20"), {0xE2}},
-        {"Unexpected record at ", Part::kExternal, Hex("E7"), {}},
-        {"Unexpected record at ", Part::kExternal, Hex("E8 1F"), {}},
-        {"Unexpected record at ", Part::kExternal, Hex("E8 20 n'a' F1 C8"), {}},
-        {"Unexpected record at ", Part::kExternal, Hex("E8 20 n'a' F1 C9 20 10 15"), {0xE2}},
-        {"Numbers longer than 32 bits are not supported\n",
-         Part::kTrailer,
-         Hex("E2 C7 85 00 00 00 00 00"),
-         {},
-         NONE},
-        {"Unexpected record at ", Part::kModuleEnd, {0xE0}, {}},
-        {"Error: not enough memory\n",
-         Part::kData,
-         Hex("E5 01 F7 84 7F FF FF FF ED 02 00 00"),
-         {},
-         NONE},
-        {"Error: not enough memory\n",
-         Part::kDebug,
-         TYPE + Hex("'x' 00 00 00 05 84 7F FF FF FF"),
-         {0xF9},
-         NONE},
-        {"/T.ABS is non-absolute TASKING IEEE-695 format\n",
-         Part::kAdExtension,
-         AdExtension(AdAttribute(kFileFormat, 2)),
-         {},
-         NONE},
-        {"/T.ABS was not linked successfully\n",
-         Part::kEnvironment,
-         Environment(EnvAttribute(kLinkStatus, 2)),
-         {},
-         NONE},
-        {"Unexpected end of file at ", Part::kData, Hex("E5 01 ED 7F"), Times(16, {7}), "%x\n", 17},
-        {"Unknown processor: z80\n", Part::kModuleEnd, {0xE1}, {}, NONE, 0, "z80"},
-        {"Unknown model: 296sa_\n", Part::kModuleEnd, {0xE1}, {}, NONE, 0, "296sa_"},
-        {"Unknown processor, please declare processor with /p\n",
-         Part::kModuleEnd,
-         {0xE1},
-         {},
-         NONE,
-         0,
-         ""},
-        {"/T.ABS not in TASKING IEEE-695 format\n", Part::kModuleEnd, {0xE1}, {}, NONE},
-    };
-    return cases;
-}
+const Bytes RELOCATABLE = AdExtension(AdAttribute(kFileFormat, 2));
+const Bytes NOT_LINKED = Environment(EnvAttribute(kLinkStatus, 2));
+const Bytes NO_ROOM = Hex("E5 01 F7 84 7F FF FF FF ED 02 00 00");
+const std::string MEMORY = "Error: not enough memory\n";
+const std::string WIDE = "Numbers longer than 32 bits are not supported\n";
+const std::string DECLARE = "Unknown processor, please declare processor with /p\n";
+
+const std::vector<FatalCase> OTHER_CASES = {
+    {"Unrecognized value at ", PUBLIC + "E2 C9 20", {0xE2}, Part::kExternal},
+    {UNEXPECTED, Hex("E7"), {}, Part::kExternal},
+    {UNEXPECTED, Hex("E8 1F"), {}, Part::kExternal},
+    {UNEXPECTED, Hex("E8 20 n'a' F1 C8"), {}, Part::kExternal},
+    {UNEXPECTED, Hex("E8 20 n'a' F1 C9 20 10 15"), {0xE2}, Part::kExternal},
+    {WIDE, Hex("E2 C7 85 00 00 00 00 00"), {}, Part::kTrailer, NONE},
+    {UNEXPECTED, {0xE0}, {}, Part::kModuleEnd},
+    {MEMORY, NO_ROOM, {}, Part::kData, NONE},
+    {MEMORY, TYPE + "'x' 00 00 00 05 84 7F FF FF FF", {0xF9}, Part::kDebug, NONE},
+    {"/T.ABS is non-absolute TASKING IEEE-695 format\n", RELOCATABLE, {}, Part::kAdExtension, NONE},
+    {"/T.ABS was not linked successfully\n", NOT_LINKED, {}, Part::kEnvironment, NONE},
+    {"Unexpected end of file at ", Hex("E5 01 ED 7F"), Times(16, {7}), Part::kData, "%x\n", 17},
+    {"Unknown processor: z80\n", {0xE1}, {}, Part::kModuleEnd, NONE, 0, "z80"},
+    {"Unknown model: 296sa_\n", {0xE1}, {}, Part::kModuleEnd, NONE, 0, "296sa_"},
+    {DECLARE, {0xE1}, {}, Part::kModuleEnd, NONE, 0, ""},
+    {"/T.ABS not in TASKING IEEE-695 format\n", {0xE1}, {}, Part::kModuleEnd, NONE},
+};
 
 }  // namespace
 
 ObjectFile FatalCase::File() const {
     ObjectFile file = {.processor = processor, .order = {part}};
     if (message.find("not in TASKING") != std::string::npos) file.header = {0xE1};
-    const Bytes all = read + rest;
-    switch (part) {
-        case Part::kAdExtension:
-            file.ad_extension = all;
-            break;
-        case Part::kEnvironment:
-            file.environment = all;
-            break;
-        case Part::kSegments:
-            file.segments = all;
-            break;
-        case Part::kExternal:
-            file.external = all;
-            break;
-        case Part::kDebug:
-            file.debug = all;
-            break;
-        case Part::kData:
-            file.data = all;
-            break;
-        case Part::kTrailer:
-            file.trailer = all;
-            break;
-        case Part::kModuleEnd:
-            file.module_end = all;
-            break;
-    }
+    file.*PARTS[static_cast<size_t>(part)] = read + rest;
     return file;
 }
 
@@ -190,7 +140,7 @@ Bytes CircleOfAttributes() {
 
 std::vector<FatalCase> FatalCases() {
     std::vector<FatalCase> cases = TypeCases();
-    for (const auto& more : {ScopeCases(), OtherCases()})
+    for (const auto& more : {SCOPE_CASES, OTHER_CASES})
         cases.insert(cases.end(), more.begin(), more.end());
     return cases;
 }

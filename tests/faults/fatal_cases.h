@@ -11,9 +11,9 @@ namespace scan695::test {
 struct FatalCase {
     // The message up to the offset that most end with, or its tail behind a path.
     std::string message;
+    Bytes read;           // the part up to and including the last byte that is read
+    Bytes rest = {0xF9};  // what follows
     Part part = Part::kDebug;
-    Bytes read;                   // the part up to and including the last byte that is read
-    Bytes rest = {0xF9};          // what follows
     const char* format = "%x\n";  // of the offset
     uint32_t behind = 0;          // the offset given lies that far behind the last byte read
     Text processor = "80166";

@@ -64,40 +64,32 @@ using namespace scan695::test;
 // The linker puts these in front of the functions that they are named after.
 extern "C" {
 const char* __real_Convert(uint32_t word, const char* input, const char* stf, uint32_t debug);
-const char* __wrap_Convert(uint32_t word, const char* input, const char* stf, uint32_t debug);
 const char* __wrap_Convert(uint32_t word, const char* input, const char* stf, uint32_t debug) {
     const InsideConvert inside;
     return __real_Convert(word, input, stf, debug);
 }
 
 void* __real_malloc(size_t size);
-void* __wrap_malloc(size_t size);
 void* __wrap_malloc(size_t size) {
     return AllocationFails() ? nullptr : Got(__real_malloc(size));
 }
 
 void __real_free(void* memory);
-void __wrap_free(void* memory);
 void __wrap_free(void* memory) {
     __real_free(Given(memory));
 }
 
 void* __real_calloc(size_t count, size_t size);
-void* __wrap_calloc(size_t count, size_t size);
 void* __wrap_calloc(size_t count, size_t size) {
     return AllocationFails() ? nullptr : Got(__real_calloc(count, size));
 }
 
 void* __real_realloc(void* memory, size_t size);
-void* __wrap_realloc(void* memory, size_t size);
 void* __wrap_realloc(void* memory, size_t size) {
-    if (AllocationFails()) return nullptr;
-    Given(memory);
-    return Got(__real_realloc(memory, size));
+    return AllocationFails() ? nullptr : Got(__real_realloc(Given(memory), size));
 }
 
 size_t __real_fread(void* buffer, size_t size, size_t count, std::FILE* file);
-size_t __wrap_fread(void* buffer, size_t size, size_t count, std::FILE* file);
 size_t __wrap_fread(void* buffer, size_t size, size_t count, std::FILE* file) {
     InterruptAt(Moment::kLoad);
     const size_t read = __real_fread(buffer, size, count, file);
@@ -124,26 +116,16 @@ int SaveAndFree(ChunkFile* image, std::FILE* file) {
     return RealSaveAndFree(image, file);
 }
 
-void RealScanModule() __asm__("__real__ZN7scan69510ScanModuleEv");
-void ScanModuleHook() __asm__("__wrap__ZN7scan69510ScanModuleEv");
-void ScanModuleHook() {
-    InterruptAt(Moment::kScan);
-    RealScanModule();
-}
-
-void RealPostProcess() __asm__("__real__ZN7scan69511PostProcessEv");
-void PostProcessHook() __asm__("__wrap__ZN7scan69511PostProcessEv");
-void PostProcessHook() {
-    InterruptAt(Moment::kPostProcess);
-    RealPostProcess();
-}
-
-void RealRanges() __asm__("__real__ZN7scan69515BuildRangeTableEv");
-void RangesHook() __asm__("__wrap__ZN7scan69515BuildRangeTableEv");
-void RangesHook() {
-    InterruptAt(Moment::kRanges);
-    RealRanges();
-}
+// A step of a run that an interrupt comes in front of.
+#define STEP(name, symbol, moment)               \
+    void Real##name() __asm__("__real_" symbol); \
+    void name##Hook() __asm__("__wrap_" symbol); \
+    void name##Hook() {                          \
+        InterruptAt(moment);                     \
+        Real##name();                            \
+    }
+STEP(PostProcess, "_ZN7scan69511PostProcessEv", Moment::kPostProcess)
+STEP(Ranges, "_ZN7scan69515BuildRangeTableEv", Moment::kRanges)
 }
 
 void* operator new(size_t size) {

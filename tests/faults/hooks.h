@@ -8,7 +8,7 @@
 namespace scan695::test {
 
 // Where an interrupt (SIGINT) comes.
-enum class Moment { kNever, kLoad, kScan, kPostProcess, kRanges, kSave };
+enum class Moment { kNever, kLoad, kPostProcess, kRanges, kSave };
 
 struct Hooks {
     uint64_t allocations = 0;  // of this run so far; stdio's own buffers are not among them

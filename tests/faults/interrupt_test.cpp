@@ -1,13 +1,11 @@
 // An interrupt is honoured in the post-processing of a debug run and nowhere else.
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
-#include <thread>
 
-#include "include/scan695.h"
 #include "tests/faults/hooks.h"
 #include "tests/faults/samples.h"
 #include "tests/support/in_process.h"
@@ -27,7 +25,6 @@ TEST(Interrupt, AtEachMoment) {
         bool stops;
     } cases[] = {
         {Moment::kLoad, false, false},      {Moment::kLoad, true, true},
-        {Moment::kScan, false, false},      {Moment::kScan, true, true},
         {Moment::kPostProcess, true, true}, {Moment::kRanges, true, true},
         {Moment::kSave, true, false},
     };
@@ -49,12 +46,6 @@ TEST(Interrupt, AtEachMoment) {
     Faults = Hooks();
 }
 
-#if defined(SCAN695_SANITIZED) || defined(SCAN695_COVERAGE)
-constexpr std::chrono::seconds PATIENCE(10);
-#else
-constexpr std::chrono::seconds PATIENCE(1);
-#endif
-
 // Enough symbols that their sorting takes a while.
 Bytes LargeFile() {
     Bytes symbols;
@@ -63,44 +54,41 @@ Bytes LargeFile() {
     return Build({.external = symbols + Bytes{0xE0}});
 }
 
-// Reads the console of the child until the text has come.
-void WaitFor(int console, const std::string& text) {
+// Reads the console of the child until the text has come, or to its end.
+std::string ReadUpTo(const std::string& text, std::FILE* console) {
     std::string seen;
-    char buffer[4096];
-    for (ssize_t n = 1; n > 0 && seen.find(text) == std::string::npos;) {
-        n = read(console, buffer, sizeof buffer);
-        if (n > 0)
-            seen = seen.substr(seen.size() > 100 ? seen.size() - 100 : 0) +
-                   std::string(buffer, static_cast<size_t>(n));
-    }
+    for (int c = 0; (seen.empty() || !seen.ends_with(text)) && (c = std::getc(console)) != EOF;)
+        seen += static_cast<char>(c);
+    return seen;
 }
 
+// While the scan reads the symbols, and while they are sorted.
 TEST(Interrupt, OfAnotherProcess) {
     const fs::path directory = ScratchDirectory();
     WriteWholeFile(directory / "t.abs", LargeFile());
-    int console[2];
-    ASSERT_EQ(pipe(console), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        dup2(console[1], 1);
-        close(console[0]), close(console[1]);
-        std::setvbuf(stdout, nullptr, _IOLBF, 4096);
-        if (std::freopen("/dev/null", "r", stdin) == nullptr) std::_Exit(99);
-        std::_Exit(RunConvert(directory / "t.abs", directory / "t.stf", true));
+    for (const char* moment : {"Ext symbol: ", "Sorting..."}) {
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        const pid_t child = fork();
+        if (child == 0) {
+            dup2(open("/dev/null", O_RDONLY), 0);
+            dup2(ends[1], 1);
+            close(ends[0]), close(ends[1]);
+            std::setvbuf(stdout, nullptr, _IOLBF, 4096);
+            std::_Exit(RunConvert(directory / "t.abs", directory / "t.stf", true));
+        }
+        close(ends[1]);
+        std::FILE* console = fdopen(ends[0], "r");
+        ReadUpTo(moment, console);
+        kill(child, SIGINT);
+        EXPECT_TRUE(ReadUpTo("no such text", console).ends_with(ABORTED + PROMPT)) << moment;
+        int status = 0;
+        waitpid(child, &status, 0);
+        std::fclose(console);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << moment << status;
+        EXPECT_FALSE(fs::exists(directory / "T.FST")) << moment;
+        EXPECT_TRUE(ReadWholeFile(directory / "t.stf").ends_with("}\r\n")) << moment;
     }
-    close(console[1]);
-    WaitFor(console[0], "Ext symbol: ");  // the scan has come to the symbols
-    kill(child, SIGINT);
-    const auto interrupted = std::chrono::steady_clock::now();
-    std::thread rest([&] { WaitFor(console[0], "no such text"); });
-    int status = 0;
-    waitpid(child, &status, 0);
-    rest.join();
-    close(console[0]);
-    EXPECT_LT(std::chrono::steady_clock::now() - interrupted, PATIENCE);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
-    EXPECT_FALSE(fs::exists(directory / "T.FST"));
-    EXPECT_TRUE(ReadWholeFile(directory / "t.stf").ends_with("}\r\n"));
 }
 
 }  // namespace

@@ -12,69 +12,50 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Job {
-    fs::path input;
-    fs::path stf;
-    bool debug = false;
-};
-
-// The samples in both modes, and between them files that stop in the middle of the scan.
-std::vector<Job> Jobs() {
-    const fs::path directory = ScratchDirectory();
-    const std::vector<FatalCase> faults = FatalCases();
-    std::vector<Job> jobs;
-    for (size_t i = 0; i < 50; ++i) {
-        const Job job = {directory / ("t" + std::to_string(i) + ".abs"), directory / "t.stf",
-                         i % 4 < 2};
-        if (i % 5 == 4)
-            WriteWholeFile(job.input, Build(faults[i].File()));
-        else
-            WriteWholeFile(job.input, SampleBytes(SAMPLES[i % 3]));
-        jobs.push_back(job);
-    }
-    return jobs;
-}
-
-TEST(Repeat, FiftyConversions) {
-    const std::vector<Job> jobs = Jobs();
-    std::vector<Converted> alone;
-    for (const Job& job : jobs) alone.push_back(ConvertFile(job.input, job.stf, job.debug));
-    for (size_t i = 0; i < jobs.size(); ++i) {
-        fs::remove(FstFileOf(jobs[i].input));
-        const Converted result = ConvertInProcess(jobs[i].input, jobs[i].stf, jobs[i].debug);
-        EXPECT_TRUE(SameResults(result, alone[i])) << i;
-    }
-}
-
-// The list of this struct lies in the image where the file of the circle has its types, which the
-// stopped run has read last.
-TEST(Repeat, NothingIsLeftOfAStoppedRun) {
-    const fs::path directory = ScratchDirectory();
-    const fs::path input = directory / "t.abs";
-    const fs::path stf = directory / "t.stf";
+// Stopped runs with good ones between them. The list of the struct lies in the image where the file
+// of the circle has its types, which its run has read last.
+std::vector<std::vector<uint8_t>> Inputs() {
     const Bytes types =
         NamedType(0x46, "s", 0x100, def::Struct(4, {{"m", 0x101, 0}, {"n", 16, 2}})) +
         NamedType(0x47, "t", 0x101, def::SmallPointer(16));
-    const Bytes file = Build({.debug = Bb1("M", types) + Bytes{0xE0, 0}});
-    WriteWholeFile(input, file);
-    const Converted alone = ConvertFile(input, stf, true);
-    WriteWholeFile(input, CircleOfAttributes());
-    EXPECT_EQ(ConvertInProcess(input, stf, true).status, 1);
-    WriteWholeFile(input, file);
-    EXPECT_TRUE(SameResults(ConvertInProcess(input, stf, true), alone));
+    std::vector<std::vector<uint8_t>> inputs = {CircleOfAttributes(),
+                                                Build({.debug = Bb1("M", types) + Bytes{0xE0, 0}})};
+    for (const FatalCase& fault : FatalCases()) {
+        inputs.push_back(Build(fault.File()));
+        inputs.push_back(SampleBytes(SAMPLES[inputs.size() % 3]));
+    }
+    return inputs;
 }
 
+TEST(Repeat, GivesTheSame) {
+    const fs::path directory = ScratchDirectory();
+    const fs::path input = directory / "t.abs";
+    const fs::path stf = directory / "t.stf";
+    const auto inputs = Inputs();
+    const auto run = [&](size_t number, auto convert) {
+        WriteWholeFile(input, inputs[number / 2]);
+        fs::remove(FstFileOf(input));
+        return convert(input, stf, number % 2 != 0);
+    };
+    std::vector<Converted> alone;
+    for (size_t i = 0; i < 2 * inputs.size(); ++i) alone.push_back(run(i, ConvertFile));
+    for (size_t i = 0; i < 2 * inputs.size(); ++i)
+        EXPECT_TRUE(SameResults(run(i, ConvertInProcess), alone[i])) << i;
+}
+
+// What the system gives may be a few bytes larger than what was asked for.
 TEST(Repeat, MemoryStays) {
+    constexpr uint64_t SLACK = 256;
+    const fs::path directory = ScratchDirectory();
     for (const bool debug : {false, true}) {
         for (const char* sample : SAMPLES) {
-            const fs::path directory = ScratchDirectory();
             WriteWholeFile(directory / "t.abs", SampleBytes(sample));
             uint64_t behind_five = 0;
             for (int run = 1; run <= 50; ++run) {
                 ConvertInProcess(directory / "t.abs", directory / "t.stf", debug);
                 if (run == 5) behind_five = AllocatedBytes();
             }
-            EXPECT_LE(AllocatedBytes(), behind_five) << sample << debug;
+            EXPECT_LE(AllocatedBytes(), behind_five + SLACK) << sample << debug;
         }
     }
 }

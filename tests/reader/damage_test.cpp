@@ -2,15 +2,11 @@
 // ends well or with a message, and never with anything else.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <string>
-
+#include "tests/faults/samples.h"
 #include "tests/support/in_process.h"
 
 namespace scan695::test {
 namespace {
-
-namespace fs = std::filesystem;
 
 // The checked build is many times slower and tries a part of the cases; the release tries all.
 #ifdef SCAN695_SANITIZED
@@ -21,27 +17,19 @@ constexpr size_t LENGTH_STEP = 1;
 constexpr size_t VALUE_STEP = 1;
 #endif
 
-constexpr const char* SAMPLES[] = {"c166.abs", "296sa.abs", "tricore.abs"};
-const std::string PROMPT = "\a\nPress ENTER to terminate\n";
-
-std::vector<uint8_t> SampleBytes(const char* name) {
-    const std::string text = ReadWholeFile(fs::path(SCAN695_SOURCE_DIR) / "samples" / name);
-    return {text.begin(), text.end()};
-}
-
 class Damage : public testing::TestWithParam<const char*> {
   protected:
     // Converts the bytes; false if the run neither succeeds nor stops as it should.
     bool EndsClearly(const std::vector<uint8_t>& bytes, bool debug) {
         WriteWholeFile(directory_ / "t.abs", bytes);
-        fs::remove(FstFileOf(directory_ / "t.abs"));
+        std::filesystem::remove(FstFileOf(directory_ / "t.abs"));
         const Converted result =
             ConvertInProcess(directory_ / "t.abs", directory_ / "t.stf", debug);
         if (result.status == 0)
             return result.stf.ends_with("}\r\n") && debug == !result.fst.empty();
-        return result.status == 1 && result.console.ends_with(PROMPT) && result.fst.empty();
+        return StoppedWith(result, "");
     }
-    fs::path directory_ = ScratchDirectory();
+    std::filesystem::path directory_ = ScratchDirectory();
 };
 
 TEST_P(Damage, EveryTruncation) {

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
 
 #include "store/records.h"
 #include "tests/support/convert.h"
@@ -10,15 +9,6 @@
 
 namespace scan695::test {
 namespace {
-
-const std::string ATTRIBS =
-    "Attrib.0{\nname=\"DLL_Version\";\nvalue=\"1.44\";\n}\n"
-    "Attrib.1{\nname=\"COMPILER\";\nvalue=\"TASKING\";\n}\n"
-    "Attrib.2{\nname=\"HLLFORMAT\";\nvalue=\"IEEE695\";\n}\n";
-
-std::string CpuAttrib(const std::string& cpu) {
-    return ATTRIBS + "Attrib.3{\nname=\"CPU\";\nvalue=\"" + cpu + "\";\n}\n";
-}
 
 bool Contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
@@ -31,21 +21,31 @@ FstHeader HeaderOf(const Converted& result) {
 }
 
 TEST(Header, Processors) {
+    const std::string attribs =
+        "Attrib.0{\nname=\"DLL_Version\";\nvalue=\"1.44\";\n}\n"
+        "Attrib.1{\nname=\"COMPILER\";\nvalue=\"TASKING\";\n}\n"
+        "Attrib.2{\nname=\"HLLFORMAT\";\nvalue=\"IEEE695\";\n}\n";
+    const std::string cpu = "Attrib.3{\nname=\"CPU\";\nvalue=\"";
     const struct {
         const char* name;
-        const char* cpu;  // null for no Attrib
-        int processor;    // in the FST file
-        int model_flags;
+        std::string attrib;
+        int processor, model_flags;  // in the FST file
         const char* pointer_size;
+        Bytes extension = {};
     } cases[] = {
-        {"80166", "C166", 17, 1, "ptr_size=2,"},    {"80166x", "C166", 17, 1, "ptr_size=2,"},
-        {"TRI", "Tricore", 13, 1, "ptr_size=4,"},   {"tricore2", "Tricore", 13, 1, "ptr_size=4,"},
-        {"296SA_E", nullptr, 12, 3, "ptr_size=3,"}, {"296sa_c7", nullptr, 12, 1, "ptr_size=3,"},
+        {"80166", cpu + "C166\";\n}\n", 17, 1, "ptr_size=2,"},
+        {"80166x", cpu + "C166\";\n}\n", 17, 1, "ptr_size=2,"},
+        {"TRI", cpu + "Tricore\";\n}\n", 13, 1, "ptr_size=4,"},
+        {"tricore2", cpu + "Tricore\";\n}\n", 13, 1, "ptr_size=4,"},
+        {"296SA_E", "", 12, 3, "ptr_size=3,"},
+        {"296sa_c7", "", 12, 1, "ptr_size=3,"},
+        {"296sa_e", "", 12, 1, "ptr_size=3,", AdExtension(AdAttribute(kMemoryModel, 2))},
+        {"80166", cpu + "C166\";\n}\n", 17, 3, "", AdExtension(AdAttribute(kMemoryModel, 6))},
     };
     for (const auto& c : cases) {
-        const Converted result = ConvertBytes(Build({.processor = c.name}), true);
-        EXPECT_EQ(result.status, 0) << c.name;
-        EXPECT_EQ(UnixLines(result.stf), c.cpu != nullptr ? CpuAttrib(c.cpu) : ATTRIBS) << c.name;
+        const Converted result = ConvertBytes(
+            Build({.processor = c.name, .ad_extension = c.extension, .trailer = Trailer(0)}), true);
+        EXPECT_EQ(UnixLines(result.stf), attribs + c.attrib) << c.name;
         EXPECT_EQ(HeaderOf(result).processor, c.processor) << c.name;
         EXPECT_EQ(HeaderOf(result).model_flags, c.model_flags) << c.name;
         EXPECT_TRUE(Contains(result.console, c.pointer_size)) << result.console;
@@ -55,159 +55,78 @@ TEST(Header, Processors) {
 // Header bytes in text form, and the message that the run stops with.
 TEST(Header, Faults) {
     const struct {
-        const char* what;
         const char* bytes;
         const char* message;
     } cases[] = {
-        {"empty file", "", "Unexpected end of file at 0\n"},
-        {"no MB", "E1 n'80166'", "/T.ABS not in TASKING IEEE-695 format\n"},
-        {"unknown", "E0 n'T' n'p'", "Unknown processor: T\n"},
-        {"no name", "E0 00", "Unknown processor, please declare processor with /p\n"},
-        {"no letter", "E0 n'296sa_' n'p'", "Unknown model: 296sa_\n"},
-        {"bad letter", "E0 n'296sa_x' n'p'", "Unknown model: 296sa_x\n"},
-        {"no AD", "E0 n'tri' n'p' E2", "Unexpected record at 7\n"},
-        {"no units", "E0 n'tri' n'p' EC 08 E2 D7", "Unexpected record at 8\n"},
-        {"65 bits", "E0 n'tri' n'p' EC 41 01 CC E2", "Unexpected record at 9\n"},
-        {"product that wraps", "E0 n'tri' n'p' EC 84 80 00 00 00 02 CC E2 D8 00",
-         "Unexpected record at 11\n"},
-        {"ASW out of order", "E0 n'tri' n'p' EC 08 04 E2 D7 01 00", "Unexpected record at c\n"},
-        {"ASW without number", "E0 n'tri' n'p' EC 08 04 CD E2 D7 00 E2",
-         "Unexpected record at d\n"},
-        {"long number", "E0 n'tri' n'p' EC 08 04 E2 D7 00 85 01 02 03 04 05",
-         "Numbers longer than 32 bits are not supported\n"},
-        {"offset behind the end", "E0 n'tri' n'p' EC 08 08 CC E2 D7 00 7F",
-         "Unexpected end of file at f\n"},
+        {"E1 n'80166'", "/T.ABS not in TASKING IEEE-695 format\n"},
+        {"E0 n'296sa_x' n'p'", "Unknown model: 296sa_x\n"},
+        {"E0 n'tri' n'p' E2", "Unexpected record at 7\n"},
+        {"E0 n'tri' n'p' EC 08 E2 D7", "Unexpected record at 8\n"},
+        {"E0 n'tri' n'p' EC 41 01 CC E2", "Unexpected record at 9\n"},  // 65 bits
+        {"E0 n'tri' n'p' EC 84 80 00 00 00 02 CC E2 D8 00", "Unexpected record at 11\n"},  // 2^32
+        {"E0 n'tri' n'p' EC 08 04 E2 D7 01 00", "Unexpected record at c\n"},
+        {"E0 n'tri' n'p' EC 08 04 CD E2 D7 00 E2", "Unexpected record at d\n"},
+        {"E0 n'tri' n'p' EC 08 08 CC E2 D7 00 7F", "Unexpected end of file at f\n"},
     };
     for (const auto& c : cases) {
         const Converted result = ConvertBytes(Hex(c.bytes));
-        EXPECT_EQ(result.status, 1) << c.what;
+        EXPECT_EQ(result.status, 1) << c.bytes;
         EXPECT_TRUE(
             result.console.ends_with(std::string(c.message) + "\a\nPress ENTER to terminate\n"))
-            << c.what << ": " << result.console;
-        EXPECT_EQ(result.stf, "") << c.what;
+            << c.bytes << ": " << result.console;
+        EXPECT_EQ(result.stf, "") << c.bytes;
     }
 }
 
-TEST(Header, ExtensionAndEnvironment) {
+// What stands on the console in debug mode, and how the run ends.
+TEST(Header, Parts) {
+    const std::string letters =
+        "Segment: name=A, idx=1, mem_type=0\nSegment: name=B, idx=2, mem_type=0\n"
+        "Segment: name=C, idx=3, mem_type=2\nSegment: name=D, idx=4, mem_type=6\n"
+        "End of Segment Part, rec=e8\n";
+    const std::string table =
+        "C3 on segment -- ignore\nC5 on segment -- ignore\nC1/C2/C6/CD on segment 1 -- ignore\n"
+        "End of Segment Part, rec=e8\nSegment 1, mem_type=0, addr=0, offset=7f, size=20\n";
+    const Bytes segment = Hex("E6 01 C1 D3 D0 n'A'");
+    const std::string unexpected = "Unexpected record at";
+    Bytes ObjectFile::*const extension = &ObjectFile::ad_extension;
+    Bytes ObjectFile::*const environment = &ObjectFile::environment;
+    Bytes ObjectFile::*const segments = &ObjectFile::segments;
     const struct {
-        const char* what;
-        ObjectFile file;
-        const char* line;  // on the console in debug mode
-        int status;
-        int model_flags;
-    } cases[] = {
-        {"absolute",
-         {.ad_extension = AdExtension(AdAttribute(kFileFormat, 1))},
-         "     File format=1\n",
-         0,
-         1},
-        {"not absolute",
-         {.ad_extension = AdExtension(AdAttribute(kFileFormat, 2))},
-         "T.ABS is non-absolute TASKING IEEE-695 format\n",
-         1,
-         0},
-        {"memory model of an 80166",
-         {.ad_extension = AdExtension(AdAttribute(kMemoryModel, 6))},
-         "     Memory model=6\n",
-         0,
-         3},
-        {"model overrules letter",
-         {.processor = "296sa_e", .ad_extension = AdExtension(AdAttribute(kMemoryModel, 2))},
-         "     Memory model=2\n",
-         0,
-         1},
-        {"case",
-         {.ad_extension = AdExtension(AdAttribute(kCaseSense, 1))},
-         "     Case sens=0\n",
-         0,
-         1},
-        {"other index",
-         {.ad_extension = Nn(32, "") + Atn(33, 0, 38, 1)},
-         "Unexpected record at",
-         1,
-         0},
-        {"unknown attribute",
-         {.ad_extension = Nn(32, "") + Atn(32, 0, 41, 1)},
-         "Unexpected record at",
-         1,
-         0},
-        {"no attribute", {.ad_extension = Nn(32, "")}, "Unexpected record at", 1, 0},
-        {"link warning",
-         {.environment = Environment(EnvAttribute(kLinkStatus, 1))},
-         "T.ABS was linked with warning\n",
-         0,
-         1},
-        {"link failed",
-         {.environment = Environment(EnvAttribute(kLinkStatus, 2))},
-         "T.ABS was not linked successfully\n",
-         1,
-         0},
-        {"date",
-         {.environment = Environment(EnvAttribute(kDateTime, 1, 2, 3, 4, 5, 6))},
-         "     Date/Time, 6 parts\n",
-         0,
-         1},
-        {"seventh number",
-         {.environment = Environment(EnvAttribute(kDateTime, 1, 2, 3, 4, 5, 6, 7))},
-         "     Date/Time, 6 parts\n",
-         0,
-         1},
-        {"no date",
-         {.environment = Environment(EnvAttribute(kDateTime))},
-         "Unexpected record",
-         1,
-         0},
-        {"text that does not come",
-         {.environment = Nn(33, "kept") + Atn(9, 0, 55) + Bytes{0x90}},
-         "     Comments=kept\n",
-         0,
-         1},
-    };
-    for (const auto& c : cases) {
-        ObjectFile file = c.file;
-        file.trailer = Trailer(0);  // a part ends at a code of two bytes
-        const Converted result = ConvertBytes(Build(file), true);
-        EXPECT_EQ(result.status, c.status) << c.what << result.console;
-        EXPECT_TRUE(Contains(result.console, c.line)) << c.what << result.console;
-        if (c.status == 0) {
-            EXPECT_EQ(HeaderOf(result).model_flags, c.model_flags) << c.what;
-        }
-    }
-}
-
-TEST(Header, Segments) {
-    const struct {
-        const char* what;
-        Bytes part;
-        const char* line;
+        Bytes ObjectFile::*part;
+        Bytes bytes;
+        std::string console;
         int status;
     } cases[] = {
-        {"memory letters",
-         Hex("E6 01 C1 D3 D0 n'A' E6 02 C5 C1 D2 n'B' E6 03 C1 D3 C4 n'C' E6 04 C1 D3 n'D' E8"),
-         "Segment: name=A, idx=1, mem_type=0\nSegment: name=B, idx=2, mem_type=0\n"
-         "Segment: name=C, idx=3, mem_type=2\nSegment: name=D, idx=4, mem_type=6\n"
-         "End of Segment Part, rec=e8\n",
-         0},
-        {"base before segment",
-         Hex("E2 CC 01 10 E6 01 C1 D3 D0 n'A' E2 D3 01 20 E7 01 E2 D2 01 7F E8"),
+        {extension, AdExtension(AdAttribute(kFileFormat, 1)), "     File format=1\n", 0},
+        {extension, AdExtension(AdAttribute(kCaseSense, 1)), "     Case sens=0\n", 0},
+        {extension, Nn(32, "") + Atn(33, 0, 38, 1), unexpected, 1},  // other index
+        {extension, Nn(32, "") + Atn(32, 0, 41, 1), unexpected, 1},  // unknown attribute
+        {extension, Nn(32, ""), unexpected, 1},
+        {environment, Environment(EnvAttribute(kLinkStatus, 1)), "linked with warning\n", 0},
+        {environment, Environment(EnvAttribute(kDateTime, 1, 2, 3, 4, 5, 6, 7)), ", 6 parts\n", 0},
+        {environment, Environment(EnvAttribute(kDateTime)), unexpected, 1},
+        {environment, Nn(33, "old") + Atn(9, 0, 55) + Bytes{0x90}, "     Comments=old\n", 0},
+        {segments, segment + Hex("E6 02 C5 C1 D2 n'B' E6 03 C1 D3 C4 n'C' E6 04 C1 D3 n'D' E8"),
+         letters, 0},
+        {segments, Hex("E2 CC 01 10") + segment + Hex("E8"),
          "**** SetSegmentBase: inv seg=1\nSegment Base: idx=1, base=10\n", 0},
-        {"table",
-         Hex("E6 01 C1 D3 D0 n'A' E2 D3 01 20 E7 01 E2 D2 01 7F E2 C3 n'x' E2 C5 n'x' 01 02"
-             "E2 C6 01 02 E8"),
-         "C3 on segment -- ignore\nC5 on segment -- ignore\nC1/C2/C6/CD on segment 1 -- ignore\n"
-         "End of Segment Part, rec=e8\nSegment 1, mem_type=0, addr=0, offset=7f, size=20\n",
+        {segments,
+         segment + Hex("E2 D3 01 20 E7 01 E2 D2 01 7F E2 C3 n'x' E2 C5 n'x' 01 02 E2 C6 01 02 E8"),
+         table, 0},
+        {segments, Times(51, segment) + Bytes{0xE8}, "**** Segment Table Overflow, limit is 50\n",
          0},
-        {"51 segments", Times(51, Hex("E6 01 C1 D3 D0 n'A'")) + Bytes{0xE8},
-         "**** Segment Table Overflow, limit is 50\n", 0},
-        {"bad letters", Hex("E6 01 C1 C1 D0 n'A' E8"), "Unexpected record at", 1},
-        {"first record", Hex("E8"), "Unexpected record at", 1},
-        {"FB behind a good record", Hex("E7 01 FB"), "Unexpected record at", 1},
-        {"unknown assignment", Hex("E2 D4 01 02"), "Unexpected record at", 1},
+        {segments, Hex("E6 01 C1 C1 D0 n'A' E8"), unexpected, 1},
+        {segments, Hex("E8"), unexpected, 1},
+        {segments, Hex("E7 01 FB"), unexpected, 1},
+        {segments, Hex("E2 D4 01 02"), unexpected, 1},
     };
     for (const auto& c : cases) {
-        const Converted result = ConvertBytes(Build({.segments = c.part}), true);
-        EXPECT_EQ(result.status, c.status) << c.what;
-        EXPECT_TRUE(Contains(result.console, c.line)) << c.what << result.console;
+        ObjectFile file = {.trailer = Trailer(0)};  // a part ends at a code of two bytes
+        file.*c.part = c.bytes;
+        const Converted result = ConvertBytes(Build(file), true);
+        EXPECT_EQ(result.status, c.status) << c.console << result.console;
+        EXPECT_TRUE(Contains(result.console, c.console)) << c.console << result.console;
     }
 }
 
@@ -215,16 +134,14 @@ TEST(Header, TrailerAndEnd) {
     const struct {
         const char* bytes;
         int64_t address;  // -1 for a stop
-    } cases[] = {
-        {"E2 C7 84 00 01 00 00", 0x10000},
-        {"E2 C7 BE 84 00 01 00 00 BF", 0x10000},
-        {"E2 C7 BE 00 81 05 BF", 0},
-        {"E2 C7 80 BE 10 BF", 0x10},
-        {"E2 C7 BE 10 E1", -1},
-        {"E2 C7 BF", -1},
-        {"E2 C7 BE BF", -1},
-        {"E2 C8 00", -1},
-    };
+    } cases[] = {{"E2 C7 84 00 01 00 00", 0x10000},
+                 {"E2 C7 BE 84 00 01 00 00 BF", 0x10000},
+                 {"E2 C7 BE 00 81 05 BF", 0},
+                 {"E2 C7 80 BE 10 BF", 0x10},
+                 {"E2 C7 BE 10 E1", -1},
+                 {"E2 C7 BF", -1},
+                 {"E2 C7 BE BF", -1},
+                 {"E2 C8 00", -1}};
     for (const auto& c : cases) {
         const Converted result = ConvertBytes(Build({.trailer = Hex(c.bytes)}), true);
         EXPECT_EQ(result.status, c.address < 0 ? 1 : 0) << c.bytes;

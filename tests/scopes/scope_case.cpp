@@ -6,6 +6,8 @@
 
 namespace scan695::test {
 
+constexpr int NOF_ATTRIBS = 4;  // at the head of every STF file
+
 Converted ConvertScopes(const ScopeCase& scopes, bool debug_mode) {
     // Behind either part stands a byte that no record begins with.
     const Bytes end = {0x00, 0x00};
@@ -21,12 +23,9 @@ Converted ConvertScopes(const ScopeCase& scopes, bool debug_mode) {
 
 std::string Records(const Converted& result) {
     std::string text = UnixLines(result.stf);
-    for (size_t end = text.find("}\n"); text.starts_with("Attrib.") && end != std::string::npos;
-         end = text.find("}\n")) {
-        if (text.find("STARTPC") < end) break;
-        text.erase(0, end + 2);
-    }
+    for (int i = 0; i < NOF_ATTRIBS; ++i) text.erase(0, text.find("}\n") + 2);
     std::replace(text.begin(), text.end(), '\n', ' ');
+    std::replace(text.begin(), text.end(), '"', '\'');
     return text;
 }
 
@@ -42,11 +41,9 @@ std::string LinesThatBegin(const std::string& console, const std::vector<std::st
     std::istringstream lines(console);
     std::string kept;
     for (std::string line; std::getline(lines, line);)
-        for (const std::string& beginning : beginnings)
-            if (line.starts_with(beginning)) {
-                kept += line + '\n';
-                break;
-            }
+        if (std::any_of(beginnings.begin(), beginnings.end(),
+                        [&](const std::string& beginning) { return line.starts_with(beginning); }))
+            kept += line + '\n';
     return kept;
 }
 

@@ -17,7 +17,8 @@ struct ScopeCase {
 
 Converted ConvertScopes(const ScopeCase& scopes, bool debug_mode = false);
 
-// The records of the STF file behind the Attribs of its head, each line followed by a blank.
+// The records of the STF file behind the Attribs of its head, each line followed by a blank, with
+// single quotes.
 std::string Records(const Converted& result);
 // The same, or the message that the run stopped with.
 std::string Outcome(const ScopeCase& scopes);
@@ -31,7 +32,7 @@ Bytes CModule(const Bytes& scope, const Bytes& types = {});
 Bytes AsmModule(const Bytes& body);
 
 // The Module record of either.
-inline const std::string C_MODULE = "Module.0{ name=\"m\"; language=c; } ";
-inline const std::string ASM_MODULE = "Module.0{ name=\"m\"; language=asm; } ";
+inline const std::string C_MODULE = "Module.0{ name='m'; language=c; } ";
+inline const std::string ASM_MODULE = "Module.0{ name='m'; language=asm; } ";
 
 }  // namespace scan695::test

@@ -13,16 +13,14 @@ namespace scan695::test {
 namespace {
 
 // From the first line of the debug part to the last of the external part, then the STF records.
-std::string TraceAndRecords(const ScopeCase& file) {
+void ExpectGolden(const ScopeCase& file, const char* name) {
     const Converted result = ConvertScopes(file, true);
     EXPECT_EQ(result.status, 0) << result.console;
     const size_t begin = result.console.find("Begin of Debug Info");
     const size_t end = result.console.find("EOF:", begin);
     const std::string stf = UnixLines(result.stf);
-    return result.console.substr(begin, end - begin) + stf.substr(stf.find("Module.0{"));
-}
-
-void ExpectGolden(const std::string& text, const char* name) {
+    const std::string text =
+        result.console.substr(begin, end - begin) + stf.substr(stf.find("Module.0{"));
     const std::filesystem::path golden =
         std::filesystem::path(SCAN695_SOURCE_DIR "/tests/scopes/golden") / name;
     if (std::getenv("SCAN695_RENEW_GOLDEN") != nullptr)
@@ -33,12 +31,9 @@ void ExpectGolden(const std::string& text, const char* name) {
 TEST(ScopeTrace, C166) {
     const uint32_t a = 0x46;
     const uint32_t b = 0x47;
-    const uint32_t f = 0x48;
-    const Bytes types = NamedType(f, "f", 0x100, def::Function({.returns = 0x10}));
-    const Bytes inner = Bb6({.stack = 0,
-                             .begin = 0x1008,
-                             .end = 0x100F,
-                             .body = LivingRegister(0x49, "r", 0x101, 0x1018)});
+    const Bytes types = NamedType(0x48, "f", 0x100, def::Function({.returns = 0x10}));
+    const Bytes inner =
+        Bb6({.begin = 0x1008, .end = 0x100F, .body = LivingRegister(0x49, "r", 0x101, 0x1018)});
     const Bytes body = LockedRegister(a, "_a", 0x10, 0x41B8) + ParameterMark(a) +
                        Lifetime(a, 0x1010, 0x1018, 2, 0x200C) +
                        Lifetime(a, 0x1000, 0x1010, 2, 0x41B8) + AutoVariable(b, "b", 0x10, 84) +
@@ -61,22 +56,18 @@ TEST(ScopeTrace, C166) {
     const Bytes lines = Bb5("c:\\src\\head.h", {}) + Nn(n, "") + Line(n, 3, 0x1000) +
                         StackPoint(n, 0x1002, 2) + StackPoint(n, 0x1006, 0) + Line(n, 4, 0x1008) +
                         StackPoint(n, 0x5000, 2);
+    const Bytes symbols = AsmSymbol(0x53, "_reset", 0x0F, 5, 2, 1) + AsmSymbol(0x54, "", 0, 1);
     const Bytes start =
         AsmLine(0x52, 7, 0x10) +
-        Bb11({.name = "VECTORS",
-              .kind = 1,
-              .segment = 1,
-              .body = AsmSymbol(0x53, "_reset", 0x0F, 5, 2, 1) + AsmSymbol(0x54, "", 0, 1),
-              .size = 4});
+        Bb11({.name = "VECTORS", .kind = 1, .segment = 1, .body = symbols, .size = 4});
     ExpectGolden(
-        TraceAndRecords({.debug = Bb10("prog", {}) + Bb1("F_C", types) + Bb3("F_C", scope) +
-                                  Bb5("c:\\src\\f.c", lines, Numbers(1, 2, 3, 4, 5, 6)) +
-                                  Bb10("F_C", {}) + Bb10("start.src", start),
-                         .external = UseSegment(1) + PublicSymbol(32, "_f", 0x0F, 19, 0x1000, 1) +
-                                     PublicSymbol(33, "_reset", 0x0F, 19, 0, 6) +
-                                     PublicSymbol(34, "_k", 0, 16, 9, 9) +
-                                     PublicSymbol(35, "d", 0x10, 8, 1),
-                         .segments = Segment(1, Memory::kNone, "VECTORS", 0, 4)}),
+        {.debug = Bb10("prog", {}) + Bb1("F_C", types) + Bb3("F_C", scope) +
+                  Bb5("c:\\src\\f.c", lines, Numbers(1, 2, 3, 4, 5, 6)) + Bb10("F_C", {}) +
+                  Bb10("start.src", start),
+         .external = UseSegment(1) + PublicSymbol(32, "_f", 0x0F, 19, 0x1000, 1) +
+                     PublicSymbol(33, "_reset", 0x0F, 19, 0, 6) +
+                     PublicSymbol(34, "_k", 0, 16, 9, 9) + PublicSymbol(35, "d", 0x10, 8, 1),
+         .segments = Segment(1, Memory::kNone, "VECTORS", 0, 4)},
         "c166.txt");
 }
 
@@ -87,22 +78,18 @@ TEST(ScopeTrace, TriCore) {
     // In the last block of types one reference stays open, and the type of `main` is there.
     const Bytes types = NamedType(0x81, "", 0x101, def::Function({.returns = 0x10})) +
                         NamedType(0x82, "p", 0x102, def::LargePointer(0x200));
-    const Bytes body = AutoVariable(a, "a", 0x1A, -8) + LifetimeMark(a, 0x80000000, 2, 15) +
-                       LivingRegister(b, "b", 0x10, 4) + Lifetime(b, 0x80000002, 0x80000006, 2, 4) +
-                       Lifetime(b, 0x80000006, 0x8000000A, 2, 4) + LockedRegister(c, "c", 0x10, 5) +
-                       Lifetime(c, 0x80000002, 0x80000006, 2, 4) +
-                       Lifetime(c, 0x80000006, 0x8000000A, 3, 0xD0000000) +
-                       LifetimeMark(c, 0x80000006, 10, 7) + LifetimeMark(c, 0x80000006, 2, 8);
-    const Bytes scope = Bb4({.name = "main",
-                             .stack = 16,
-                             .type = 0x101,
-                             .begin = 0x80000000,
-                             .end = 0x8000000F,
-                             .body = body});
-    ExpectGolden(TraceAndRecords({.debug = Bb1("m.c", {}) + Bb3("m.c", scope) + Bb5("m.c", {}) +
-                                           Bb1("n.c", types),
-                                  .external = PublicSymbol(40, "START", 0, 16, 0x80000000),
-                                  .processor = "tricore"}),
+    const uint32_t pc = 0x80000000;
+    const Bytes body = AutoVariable(a, "a", 0x1A, -8) + LifetimeMark(a, pc, 2, 15) +
+                       LivingRegister(b, "b", 0x10, 4) + Lifetime(b, pc + 2, pc + 6, 2, 4) +
+                       Lifetime(b, pc + 6, pc + 10, 2, 4) + LockedRegister(c, "c", 0x10, 5) +
+                       Lifetime(c, pc + 2, pc + 6, 2, 4) +
+                       Lifetime(c, pc + 6, pc + 10, 3, 0xD0000000) +
+                       LifetimeMark(c, pc + 6, 10, 7) + LifetimeMark(c, pc + 6, 2, 8);
+    const Bytes scope = Bb4(
+        {.name = "main", .stack = 16, .type = 0x101, .begin = pc, .end = pc + 15, .body = body});
+    ExpectGolden({.debug = Bb1("m.c", {}) + Bb3("m.c", scope) + Bb5("m.c", {}) + Bb1("n.c", types),
+                  .external = PublicSymbol(40, "START", 0, 16, pc),
+                  .processor = "tricore"},
                  "tricore.txt");
 }
 

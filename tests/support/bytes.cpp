@@ -23,12 +23,6 @@ Bytes Bytes::First(size_t count) const {
     return first;
 }
 
-Bytes Bytes::Patched(size_t offset, const Bytes& patch) const {
-    Bytes patched = *this;
-    for (const uint8_t byte : patch) patched[offset++] = byte;
-    return patched;
-}
-
 Num::Num(uint8_t lead, uint32_t value, unsigned width) : size_(static_cast<uint8_t>(width + 1)) {
     bytes_[0] = lead;
     for (unsigned i = width; i > 0 && i + 4 > width; --i) {

@@ -33,8 +33,6 @@ class Bytes {
     Bytes& operator+=(const Bytes& more);
     // The first `count` bytes, fewer where there are fewer.
     Bytes First(size_t count) const;
-    // The same bytes with `patch` laid over them at `offset`; throws where it does not fit.
-    Bytes Patched(size_t offset, const Bytes& patch) const;
 
     friend Bytes operator+(Bytes left, const Bytes& right) { return std::move(left += right); }
     friend bool operator==(const Bytes&, const Bytes&) = default;

@@ -42,19 +42,6 @@ struct ProcessDirectory {
     }
 };
 
-// In the child: standard input is empty, standard output goes to a file, and the process ends as
-// the host of a conversion does.
-[[noreturn]] void RunChild(const fs::path& input, const fs::path& stf, const fs::path& console,
-                           bool debug) {
-    const int in = open("/dev/null", O_RDONLY);
-    const int out = open(console.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    if (in < 0 || out < 0 || dup2(in, 0) < 0 || dup2(out, 1) < 0) std::_Exit(99);
-    const char* result = Convert(0, input.c_str(), stf.c_str(), debug ? 1 : 0);
-    std::fflush(stdout);
-    __gcov_dump();
-    std::_Exit(result == nullptr ? 0 : 98);
-}
-
 }  // namespace
 
 fs::path ScratchDirectory() {
@@ -83,16 +70,28 @@ fs::path FstFileOf(const fs::path& input) {
     return input.parent_path() / (base + ".FST");
 }
 
-Converted ConvertFile(const fs::path& input, const fs::path& stf, bool debug) {
+Converted InChild(const std::function<int()>& run) {
     const fs::path console = ScratchDirectory() / "console";
     std::fflush(stdout);
     const pid_t child = fork();
-    if (child == 0) RunChild(input, stf, console, debug);
-    Converted result;
+    if (child == 0) {
+        const int in = open("/dev/null", O_RDONLY);
+        const int out = open(console.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        if (in < 0 || out < 0 || dup2(in, 0) < 0 || dup2(out, 1) < 0) std::_Exit(99);
+        const int status = run();
+        std::fflush(stdout);
+        __gcov_dump();
+        std::_Exit(status);
+    }
     int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child) return result;
-    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    result.console = ReadWholeFile(console);
+    if (child < 0 || waitpid(child, &status, 0) != child) return {};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status),
+            ReadWholeFile(console), "", ""};
+}
+
+Converted ConvertFile(const fs::path& input, const fs::path& stf, bool debug) {
+    Converted result = InChild(
+        [&] { return Convert(0, input.c_str(), stf.c_str(), debug ? 1 : 0) == nullptr ? 0 : 98; });
     result.stf = ReadWholeFile(stf);
     result.fst = ReadWholeFile(FstFileOf(input));
     return result;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,9 @@ std::filesystem::path ScratchDirectory();
 // Empty where there is no file.
 std::string ReadWholeFile(const std::filesystem::path& path);
 void WriteWholeFile(const std::filesystem::path& path, const std::vector<uint8_t>& bytes);
+
+// Runs something in a child process, with standard input empty, and gives its status and console.
+Converted InChild(const std::function<int()>& run);
 
 // Converts the bytes as the file "t.abs" in a scratch directory; standard input is empty.
 Converted ConvertBytes(const std::vector<uint8_t>& bytes, bool debug = false);

@@ -43,44 +43,27 @@ int RunConvert(const std::filesystem::path& input, const std::filesystem::path& 
 
 namespace {
 
-// Standard output goes to a file, standard input is empty, for as long as this lives.
-class Redirection {
-  public:
-    explicit Redirection(const std::filesystem::path& console) {
-        std::fflush(stdout);
-        saved_out_ = dup(1);
-        saved_in_ = dup(0);
-        Replace(1, open(console.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644));
-        Replace(0, open("/dev/null", O_RDONLY));
-        std::clearerr(stdin);
-    }
-    ~Redirection() {
-        std::fflush(stdout);
-        Replace(1, saved_out_);
-        Replace(0, saved_in_);
-    }
-    Redirection(const Redirection&) = delete;
-    Redirection& operator=(const Redirection&) = delete;
-
-  private:
-    static void Replace(int number, int with) {
-        dup2(with, number);
-        close(with);
-    }
-    int saved_out_ = -1;
-    int saved_in_ = -1;
-};
+void Replace(int number, int with) {
+    dup2(with, number);
+    close(with);
+}
 
 }  // namespace
 
 Converted ConvertInProcess(const std::filesystem::path& input, const std::filesystem::path& stf,
                            bool debug) {
     static const std::filesystem::path console = ScratchDirectory() / "console";
+    std::fflush(stdout);
+    const int saved_in = dup(0);
+    const int saved_out = dup(1);
+    Replace(0, open("/dev/null", O_RDONLY));
+    Replace(1, open(console.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644));
+    std::clearerr(stdin);
     Converted result;
-    {
-        const Redirection redirection(console);
-        result.status = RunConvert(input, stf, debug);
-    }
+    result.status = RunConvert(input, stf, debug);
+    std::fflush(stdout);
+    Replace(0, saved_in);
+    Replace(1, saved_out);
     result.console = ReadWholeFile(console);
     result.stf = ReadWholeFile(stf);
     result.fst = ReadWholeFile(FstFileOf(input));

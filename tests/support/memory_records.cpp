@@ -18,36 +18,13 @@ Bytes Environment(const Bytes& attributes) {
     return Nn(33, "") + attributes;
 }
 
-Bytes SegmentType(const Num& number, Memory memory, const Text& name) {
-    Bytes letters = {0xC1, 0xD3};
-    switch (memory) {
-        case Memory::kCode:
-            letters += {0xD0};
-            break;
-        case Memory::kConstants:
-            letters += {0xD2};
-            break;
-        case Memory::kData:
-            letters += {0xC4};
-            break;
-        case Memory::kNone:
-            break;
-    }
-    return Bytes{0xE6} + number + letters + name;
-}
-
-Bytes SegmentAlign(const Num& number, const Num& align) {
-    return Bytes{0xE7} + number + align;
-}
-
-Bytes SegmentValue(uint8_t code, const Num& number, const Num& value) {
-    return Bytes{0xE2, code} + number + value;
-}
-
 Bytes Segment(const Num& number, Memory memory, const Text& name, const Num& base,
               const Num& size) {
-    return SegmentType(number, memory, name) + SegmentAlign(number) +
-           SegmentValue(0xD3, number, size) + SegmentValue(0xCC, number, base);
+    const Bytes letters[] = {
+        {0xC1, 0xD3, 0xD0}, {0xC1, 0xD3, 0xD2}, {0xC1, 0xD3, 0xC4}, {0xC1, 0xD3}};
+    return Bytes{0xE6} + number + letters[static_cast<size_t>(memory)] + name + Bytes{0xE7} +
+           number + Bytes{0x00} + Bytes{0xE2, 0xD3} + number + size + Bytes{0xE2, 0xCC} + number +
+           base;
 }
 
 Bytes PublicSymbol(const Num& index, const Text& name, const Num& type, const Num& attribute,

@@ -44,13 +44,8 @@ Bytes EnvAttribute(PartAttribute kind, const More&... more) {
 // Memory letter of a segment's type.
 enum class Memory { kCode, kConstants, kData, kNone };
 
-// E6 n C1 D3 letter name.
-Bytes SegmentType(const Num& number, Memory memory, const Text& name);
-// E7 n 0.
-Bytes SegmentAlign(const Num& number, const Num& align = 0);
-// E2 and a code such as CC, D2, D3, then the segment and the value.
-Bytes SegmentValue(uint8_t code, const Num& number, const Num& value);
-// The four records E6, E7, E2 D3, E2 CC of one segment.
+// The four records of one segment: E6 with its letters and name, E7 without alignment, E2 D3 with
+// the size, E2 CC with the base.
 Bytes Segment(const Num& number, Memory memory, const Text& name, const Num& base, const Num& size);
 
 // A public symbol: E8, F1 C9, E2 C9. Attributes are 8, 16, 19, 20; `index` is at least 32.

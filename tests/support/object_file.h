@@ -47,10 +47,14 @@ struct ObjectFile {
     Bytes header = {};
 };
 
+// By the number of the part.
+inline constexpr Bytes ObjectFile::*PARTS[] = {&ObjectFile::ad_extension, &ObjectFile::environment,
+                                               &ObjectFile::segments,     &ObjectFile::external,
+                                               &ObjectFile::debug,        &ObjectFile::data,
+                                               &ObjectFile::trailer,      &ObjectFile::module_end};
+
 Bytes Build(const ObjectFile& file);
 // Where the part begins in the built file; 0 when it is absent.
 uint32_t PartOffset(const ObjectFile& file, Part part);
-// E2 D7 and the part's number, then the offset.
-Bytes Asw(Part part, const Num& offset);
 
 }  // namespace scan695::test

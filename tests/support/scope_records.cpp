@@ -31,24 +31,8 @@ Bytes Block(uint8_t code, const Bytes& head, const Bytes& body, const Bytes& tai
            tail;
 }
 
-Bytes Bb1(const Text& name, const Bytes& body) {
-    return Block(0x01, name, body);
-}
-
-Bytes Bb2(const Text& name, const Bytes& body) {
-    return Block(0x02, name, body);
-}
-
-Bytes Bb3(const Text& name, const Bytes& body) {
-    return Block(0x03, name, body);
-}
-
-Bytes Bb5(const Text& path, const Bytes& body, const Bytes& date) {
-    return Block(0x05, Bytes(path) + date, body);
-}
-
-Bytes Bb10(const Text& name, const Bytes& body, const Bytes& rest) {
-    return Block(0x0A, Bytes(name) + rest, body);
+Bytes NamedBlock::operator()(const Text& name, const Bytes& body, const Bytes& rest) const {
+    return Block(code, Bytes(name) + rest, body);
 }
 
 Bytes Bb4(const FunctionBlock& block) {
@@ -65,31 +49,19 @@ Bytes Bb11(const SectionBlock& section) {
                  section.body, section.size);
 }
 
-Bytes AutoVariable(const Num& index, const Text& name, const Num& type, const Num& offset) {
-    return Nn(index, name) + Atn(index, type, 1, offset);
+Bytes SymbolKind::operator()(const Num& index, const Text& name, const Num& type, const Num& x1,
+                             const Num& x2) const {
+    return Nn(index, name) + Atn(index, type, kind, x1, x2);
 }
 
-Bytes LivingRegister(const Num& index, const Text& name, const Num& type, const Num& x1) {
-    return Nn(index, name) + Atn(index, type, 2, x1);
-}
-
-Bytes StaticVariable(const Num& index, const Text& name, const Num& type, const Num& address,
-                     const Num& memory_id) {
-    return Nn(index, name) + Atn(index, type, 3, memory_id) + Asn(index, address);
+Bytes AddressKind::operator()(const Num& index, const Text& name, const Num& type,
+                              const Num& address, const Num& x1, const Num& x2) const {
+    return Nn(index, name) + Atn(index, type, kind, x1, x2) + Asn(index, address);
 }
 
 Bytes ExternalFunction(const Num& index, const Text& name, const Num& type, const Num& x1,
                        const Num& address) {
     return Nn(index, name) + Atn(index, type, 4, x1) + Asn(index, address);
-}
-
-Bytes ExternalVariable(const Num& index, const Text& name, const Num& type, const Num& address) {
-    return Nn(index, name) + Atn(index, type, 5) + Asn(index, address);
-}
-
-Bytes GlobalVariable(const Num& index, const Text& name, const Num& type, const Num& address,
-                     const Num& memory_id) {
-    return Nn(index, name) + Atn(index, type, 8, memory_id) + Asn(index, address);
 }
 
 Bytes LockedRegister(const Num& index, const Text& name, const Num& type, const Num& x1,
@@ -105,11 +77,6 @@ Bytes BasedVariable(const Num& index, const Text& name, const Num& type,
 Bytes Constant(const Num& index, const Text& name, const Num& type, const std::vector<Num>& numbers,
                const std::vector<Num>& values) {
     return Nn(index, name) + Atn(index, type, 16) + NumberList(numbers) + AsnList(index, values);
-}
-
-Bytes AsmSymbol(const Num& index, const Text& name, const Num& type, const Num& value,
-                const Num& x1, const Num& x2) {
-    return Nn(index, name) + Atn(index, type, 19, x1, x2) + Asn(index, value);
 }
 
 Bytes Misc(const Num& index, const Text& name, const Num& kind, const Num& code,

@@ -21,11 +21,16 @@ class Indexes {
 // F9, tail.
 Bytes Block(uint8_t code, const Bytes& head, const Bytes& body, const Bytes& tail = {});
 
-Bytes Bb1(const Text& name, const Bytes& body);  // types of a module
-Bytes Bb2(const Text& name, const Bytes& body);  // types of the program
-Bytes Bb3(const Text& name, const Bytes& body);  // scopes of a compiled module
-Bytes Bb5(const Text& path, const Bytes& body, const Bytes& date = {});   // lines of a source file
-Bytes Bb10(const Text& name, const Bytes& body, const Bytes& rest = {});  // an assembled module
+// A block with its name and what follows it in the head.
+struct NamedBlock {
+    uint8_t code;
+    Bytes operator()(const Text& name, const Bytes& body, const Bytes& rest = {}) const;
+};
+constexpr NamedBlock Bb1{0x01};   // types of a module
+constexpr NamedBlock Bb2{0x02};   // types of the program
+constexpr NamedBlock Bb3{0x03};   // scopes of a compiled module
+constexpr NamedBlock Bb5{0x05};   // lines of a source file; a date may follow its path
+constexpr NamedBlock Bb10{0x0A};  // an assembled module
 
 struct FunctionBlock {
     Text name = "";  // none for an inner block
@@ -50,17 +55,26 @@ struct SectionBlock {
 };
 Bytes Bb11(const SectionBlock& section);
 
-// Symbols: NN, ATN and ASN of each attribute kind under one index.
-Bytes AutoVariable(const Num& index, const Text& name, const Num& type, const Num& offset);  // 1
-Bytes LivingRegister(const Num& index, const Text& name, const Num& type, const Num& x1);    // 2
-Bytes StaticVariable(const Num& index, const Text& name, const Num& type, const Num& address,
-                     const Num& memory_id = Absent());  // 3
+// Symbols: NN, ATN and ASN of each attribute kind under one index, with the numbers that follow the
+// kind in the ATN.
+struct SymbolKind {
+    uint8_t kind;
+    Bytes operator()(const Num& index, const Text& name, const Num& type, const Num& x1,
+                     const Num& x2 = Absent()) const;
+};
+struct AddressKind {
+    uint8_t kind;
+    Bytes operator()(const Num& index, const Text& name, const Num& type, const Num& address,
+                     const Num& x1 = Absent(), const Num& x2 = Absent()) const;
+};
+constexpr SymbolKind AutoVariable{1};  // x1 its offset
+constexpr SymbolKind LivingRegister{2};
+constexpr AddressKind StaticVariable{3};  // x1 its memory
+constexpr AddressKind ExternalVariable{5};
+constexpr AddressKind GlobalVariable{8};  // x1 its memory
+constexpr AddressKind AsmSymbol{19};
 Bytes ExternalFunction(const Num& index, const Text& name, const Num& type, const Num& x1,
                        const Num& address);  // 4
-Bytes ExternalVariable(const Num& index, const Text& name, const Num& type,
-                       const Num& address);  // 5
-Bytes GlobalVariable(const Num& index, const Text& name, const Num& type, const Num& address,
-                     const Num& memory_id = Absent());  // 8
 Bytes LockedRegister(const Num& index, const Text& name, const Num& type, const Num& x1,
                      const Num& x2 = 0);  // 10
 Bytes BasedVariable(const Num& index, const Text& name, const Num& type,
@@ -68,8 +82,6 @@ Bytes BasedVariable(const Num& index, const Text& name, const Num& type,
 // The numbers behind the kind and any count of ASN values.
 Bytes Constant(const Num& index, const Text& name, const Num& type, const std::vector<Num>& numbers,
                const std::vector<Num>& values);  // 16
-Bytes AsmSymbol(const Num& index, const Text& name, const Num& type, const Num& value,
-                const Num& x1 = Absent(), const Num& x2 = Absent());  // 19
 // Kinds 62, 63, 64: the code, the count of values, the values.
 Bytes Misc(const Num& index, const Text& name, const Num& kind, const Num& code,
            const std::vector<Num>& values);

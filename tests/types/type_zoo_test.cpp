@@ -1,19 +1,18 @@
 // Types of every kind through Convert: the whole STF text for each processor, the whole trace of
-// the debug part for one, and the places where a block of types stops the run.
+// the debug part for one; stops and limits of a block of types.
 // SCAN695_RENEW_GOLDEN=1 in the environment writes the golden files anew.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
-#include <sstream>
 
 #include "tests/support/convert.h"
-#include "tests/types/zoo.h"
+#include "tests/support/object_builder.h"
 
 namespace scan695::test {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace def;
 
 void ExpectGolden(const std::string& text, const std::string& name) {
     const fs::path golden = fs::path(SCAN695_SOURCE_DIR "/tests/types/golden") / name;
@@ -22,120 +21,116 @@ void ExpectGolden(const std::string& text, const std::string& name) {
     EXPECT_EQ(text, ReadWholeFile(golden));
 }
 
-// The text without the comments that DebugMode adds.
-std::string WithoutComments(const std::string& text) {
-    std::istringstream lines(text);
-    std::string rest;
-    for (std::string line; std::getline(lines, line);)
-        if (!line.starts_with("// ti->")) rest += line + '\n';
-    return rest;
-}
-
-class TypeZooOf : public testing::TestWithParam<const char*> {};
-
-TEST_P(TypeZooOf, GivesItsStfText) {
-    const Bytes file = Build(TypeZoo(GetParam()));
-    const Converted run = ConvertBytes(file);
-    EXPECT_EQ(run.status, 0);
-    EXPECT_NE(run.console.find("WARNING: Debug record for type lost corrupted. Type ignored.\n"),
-              std::string::npos);
-    EXPECT_EQ(run.stf, WithoutComments(ConvertBytes(file, true).stf));
-    ExpectGolden(UnixLines(run.stf), std::string(GetParam()) + ".stf");
-}
-
-INSTANTIATE_TEST_SUITE_P(Processors, TypeZooOf, testing::Values("80166", "296sa_e"));
-
-TEST(TypeZoo, TracesEveryStep) {
-    const Converted run = ConvertBytes(Build(TypeZoo("tricore")), true);
-    EXPECT_EQ(run.status, 0);
-    const size_t begin = run.console.find("Begin of Debug Info");
-    const size_t end = run.console.find("EOF:\n");
-    ASSERT_TRUE(begin < end && end != std::string::npos) << run.console;
-    ExpectGolden(run.console.substr(begin, end - begin), "tricore.console");
-    ExpectGolden(UnixLines(run.stf), "tricore.stf");
-}
-
-struct Stop {
-    const char* body;  // of a BB1 block, behind its head
-    const char*
-        message;  // with the offset of the last byte read, counted from the body, for %x or %X
-    uint32_t offset;
+struct ZooType {
+    const char* name;
+    uint32_t tk_ti;
+    TypeDef definition;
 };
 
-TEST(BlockOfTypes, StopsAtWhatItCannotRead) {
-    const Stop stops[] = {
-        {"E5", "Unexpected record at %x\n", 0},
-        {"F0 E5", "Unexpected record at %x\n", 0},
-        {"F2 820100 CF 00", "Unexpected record at %x\n", 4},
-        {"F2 820100 CE 01 05", "Unexpected type ident at %x\n", 5},
-        {"F2 81FF CE 00 05", "Unrecognized compound type at %X\n", 4},
-        {"F2 820100 CE 00 E5", "Cannot scan type index at %X\n", 5},
-        {"F2 820100 CE 00 'x' 08 00 E5", "Invalid function type encountered at %X\n", 8},
-        {"F2 820100 CE 00 'x' 08 00 00 05 84FFFFFFFF E5",
-         "Invalid function type encountered at %X\n", 15},
-        {"F2 820100 CE 00 'x' 08 00 00 05 8480000000 00", "Error: not enough memory\n", 0},
-        {"F2 820100 CE 00 'x' 08 00 00 05 8310FFFF 00", "Error: not enough memory\n", 0},
-        {"F2 820100 CE 00 'Z' 05 E5", "Invalid C array type encountered at %X\n", 7},
-        {"F2 820100 CE 00 'n' E5", "Invalid N qualifier encountered at %X\n", 6},
-        {"F2 820100 CE 00 'n' 03 00 E5", "Invalid pointer type encountered at %X\n", 8},
-        {"F2 820100 CE 00 'Q' E5", "Invalid Q qualifier encountered at %X\n", 6},
-        {"F2 820100 CE 00 'S' E5", "Invalid struct type encountered at %X\n", 6},
-        {"F2 820100 CE 00 'T' E5", "Invalid 'T' typedef encountered at %X\n", 6},
-        {"F2 820100 CE 00 't' 80", "Invalid 't' typedef encountered at %X\n", 7},
-        {"F2 820100 CE 00 'g' 00 E5", "Invalid bitfield type encountered at %X\n", 7},
-        {"F2 820100 CE 00 'N' 00", "Unexpected end of file at %x\n", 8},
+Bytes TypeBlock(const char* module, Indexes& index, const std::vector<ZooType>& types) {
+    Bytes body;
+    for (const ZooType& type : types)
+        body += NamedType(index(), type.name, type.tk_ti, type.definition);
+    return Bb1(module, body);
+}
+
+// At the end of each line the numbers that the type takes.
+std::vector<ZooType> Zoo() {
+    return {
+        {"bit", 256, Bitfield(0, 1)},                                               // none
+        {"u3", 257, Bitfield(0, 3)},                                                // 100
+        {"s5", 258, Bitfield(1, 5)},                                                // 101
+        {"near", 259, SmallPointer(2)},                                             // 102
+        {"far", 260, LargePointer(259)},                                            // 103
+        {"row", 261, Array(16, 9)},                                                 // 104
+        {"open", 262, Array(260, -1)},                                              // 105
+        {"flags", 263, Struct(4, {{"a", 257, 0}, {"b", 258, 3}, {"c", 257, 16}})},  // 106 to 109
+        {"mixed", 264, Struct(4, {{"a", 257, 0}, {"b", 258, 3}, {"n", 3, 3}})},     // 110 to 112
+        {"word", 265, Union(4, {{"w", 5, 0}, {"row", 261, 0}})},                    // 113
+        {"colour", 266, Enum({{"RED", 0}, {"GREEN", -1}}, EnumSize(2))},            // 114
+        {"plain", 267, Enum({{"ON", 1}})},                                          // 115
+        {"alias", 268, Typedef(5)},                                                 // none
+        {"flags_t", 269, Typedef(263)},                                             // 116
+        {"ro", 270, PointerAttribute(3, 0, 1)},                                     // 117
+        {"ro_p", 271, SmallPointer(270)},                                           // 118
+        {"vol", 272, Qualified(0x85, 271)},                                         // 119
+        {"vec", 273, Array(272, 3)},                                                // 120
+        {"main", 274, Function({.returns = 16, .attributes = 0x48})},               // 121
+        {"empty", 275, Struct(0, {}, {})},                                          // 122
+        {"other", 276, TypeDef(268)},                                               // none
+        {"user", 277, OtherTypedef(276)},                                           // none
+        {"call", 278,  // 123, and 124 in front of it for its second parameter
+         Function({.parameters = {268, LargePointer(2)}, .attributes = 0x2A})},
     };
-    for (const Stop& stop : stops) {
-        SCOPED_TRACE(stop.body);
-        ObjectFile file;
-        file.module_end = {};
-        file.debug = Bytes{0xF8, 0x01, 0x00} + Text("M") + Hex(stop.body);
-        const uint32_t body = PartOffset(file, Part::kDebug) + 5;
-        char message[100];
-        std::snprintf(message, sizeof message, stop.message, body + stop.offset);
-        const Converted run = ConvertBytes(Build(file));
-        EXPECT_EQ(run.status, 1);
-        EXPECT_NE(run.console.find(message), std::string::npos) << message << run.console;
+}
+
+std::vector<ZooType> ForwardReferences() {
+    return {
+        {"p", 256, SmallPointer(300)},                                     // 125
+        {"vector", 257, Array(301, 1)},                                    // 126
+        {"late", 258, Struct(2, {{"n", 256, 0}, {"x", 302, 12}})},         // 127
+        {"f", 259, Function({.returns = 300, .parameters = {301, 303}})},  // 128
+        {"copy", 260, Typedef(258)},                                       // 129
+        {"node", 300, Struct(4, {{"next", LargePointer(300), 0}})},        // 130 and 131
+        {"w", 301, Qualified(1, 7)},                                       // 132
+        {"u2", 302, Bitfield(1, 2)},                                       // 133, its member 134
+        {"never", 261, SmallPointer(305)},                                 // 135
+        {"lost", 262, OtherTypedef(304)},                                  // 136, without a record
+        {"behind", 263, LargePointer(262)},                                // 137
+    };
+}
+
+// With DebugMode, which comments the STF text, for one of the processors.
+TEST(TypeZoo, GivesItsTextForEachProcessor) {
+    for (const std::string processor : {"80166", "296sa_e", "tricore"}) {
+        Indexes index;
+        ObjectFile file = {.processor = processor, .trailer = Trailer(0x100)};
+        file.debug = TypeBlock("ZOO_C", index, Zoo());
+        file.debug += TypeBlock("LATE_C", index, ForwardReferences());
+        const bool debug = processor == "tricore";
+        const Converted run = ConvertBytes(Build(file), debug);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_NE(run.console.find("\nWARNING: Debug record for type lost corrupted."),
+                  std::string::npos);
+        ExpectGolden(UnixLines(run.stf), processor + ".stf");
+        if (!debug) continue;
+        const size_t begin = run.console.find("Begin of Debug Info");
+        ExpectGolden(run.console.substr(begin, run.console.find("EOF:\n") - begin),
+                     processor + ".console");
     }
 }
 
-// 1,000 definitions inside one another are read, one more is refused, whatever they are.
-TEST(BlockOfTypes, NestsToItsLimit) {
-    struct Nest {
-        Bytes open, close;
+TEST(BlockOfTypes, StopsAtWhatItCannotRead) {
+    const struct {
+        const char* body;  // of a BB1 block at 0x50, behind its head of five bytes
+        const char* message;
+    } stops[] = {
+        {"F0 E5", "Unexpected record at 55\n"},
+        {"F2 820100 CE 00 'x' 08 00 00 05 8310FFFF 00", "Error: not enough memory\n"},
+        {"F2 820100 CE 00 'N' 00", "Unexpected end of file at 5d\n"},
     };
-    for (const Nest& nest : {Nest{Hex("'P'"), {}}, Nest{Hex("'S' 02 n'm'"), Hex("00 00")}}) {
-        for (const size_t depth : {1000U, 1001U}) {
-            const TypeDef definition(Times(depth - 1, nest.open) + Num(2) +
-                                     Times(depth - 1, nest.close));
-            ObjectFile file;
-            file.debug = Bb1("M", TypeRecord(256, 0, definition));
-            file.trailer = Trailer(0);
-            const Converted run = ConvertBytes(Build(file));
-            EXPECT_EQ(run.status, depth == 1000 ? 0 : 1);
-            EXPECT_EQ(run.console.find("Nesting too deep at ") != std::string::npos, depth == 1001);
-        }
+    for (const auto& stop : stops) {
+        const Bytes block = Bytes{0xF8, 0x01, 0x00} + Text("M") + Hex(stop.body);
+        const Converted run = ConvertBytes(Build({.debug = block, .module_end = {}}));
+        EXPECT_EQ(run.status, 1);
+        EXPECT_NE(run.console.find(stop.message), std::string::npos) << run.console;
     }
 }
 
 // A list of more elements than an item of the image holds keeps its count and loses elements.
 TEST(BlockOfTypes, KeepsTheCountOfALongList) {
-    const auto members = [](size_t count) {
-        std::vector<Member> list;
-        for (size_t i = 0; i < count; ++i) list.push_back({"m", 300, i});
-        return list;
-    };
-    struct Case {
+    const struct {
         size_t count;
         const char* fields;
+    } cases[] = {
+        {4095, "count=4095;\ninfo=@Member.0;\n"},
+        {4096, "count=4096;\ninfo=@Member.-4096;\n"},
     };
-    for (const Case& c : {Case{4095, "count=4095;\ninfo=@Member.0;\n"},
-                          Case{4096, "count=4096;\ninfo=@Member.-4096;\n"}}) {
-        ObjectFile file;
-        file.debug = Bb1("M", TypeRecord(256, 0, def::Struct(9, members(c.count))) +
-                                  TypeRecord(300, 0, def::SmallPointer(2)));
-        file.trailer = Trailer(0);
-        const Converted run = ConvertBytes(Build(file), true);
+    for (const auto& c : cases) {
+        const Bytes types = TypeRecord(256, 0, Struct(9, {c.count, Member{"m", 300, 1}})) +
+                            TypeRecord(300, 0, SmallPointer(2));
+        const Converted run =
+            ConvertBytes(Build({.debug = Bb1("M", types), .trailer = Trailer(0)}), true);
         EXPECT_EQ(run.status, 0);
         EXPECT_NE(UnixLines(run.stf).find(c.fields), std::string::npos);
     }
