@@ -2,9 +2,9 @@
 // by number and inserted and removed anywhere. It is kept in pages, so that a change in the middle
 // moves the entries of one page and no others.
 //
-// Entries are ascending and do not overlap as long as the table is `Ordered`; one that has shrunk to
-// nothing stands in front of the one that begins at its address. Where an address wraps, the table
-// holds what was put into it, in the order of the entry numbers.
+// Entries are ascending and do not overlap as long as the table is `Ordered`; one that has shrunk
+// to nothing stands in front of the one that begins at its address. Where an address wraps, the
+// table holds what was put into it, in the order of the entry numbers.
 #pragma once
 
 #include <cstdint>
