@@ -12,6 +12,10 @@ extern "C" size_t LLVMFuzzerMutate(uint8_t* data, size_t size, size_t max_size);
 namespace scan695::fuzz {
 namespace {
 
+using test::Bytes;
+using test::Num;
+using test::ObjectFile;
+using test::Part;
 using Records = std::vector<Record>;
 using Place = Records::difference_type;
 
@@ -45,7 +49,7 @@ void ChangeBytes(Random& random, Records& records) {
     record.resize(LLVMFuzzerMutate(record.data(), size, record.size()));
 }
 
-void PutNumber(Record& record, const NumberField& field, const test::Bytes& number) {
+void PutNumber(Record& record, const NumberField& field, const Bytes& number) {
     const auto at = record.begin() + static_cast<ptrdiff_t>(field.offset);
     record.insert(record.erase(at, at + static_cast<ptrdiff_t>(field.size)), number.begin(),
                   number.end());
@@ -60,16 +64,16 @@ void ChangeNumber(Random& random, Records& records) {
     const NumberField field = numbers[Below(random, numbers.size())];
     const uint32_t choice = Below(random, 8);
     if (choice == 0) return PutNumber(record, field, {});
-    if (choice == 1) return PutNumber(record, field, test::Num(field.value + 1));
-    if (choice == 2) return PutNumber(record, field, test::Num(field.value - 1));
-    if (choice == 3) return PutNumber(record, field, test::Num(RandomNumber(random)));
+    if (choice == 1) return PutNumber(record, field, Num(field.value + 1));
+    if (choice == 2) return PutNumber(record, field, Num(field.value - 1));
+    if (choice == 3) return PutNumber(record, field, Grow(random, "V"));
     if (others.empty()) return;
-    PutNumber(record, field, test::Num(others[Below(random, others.size())].value));
+    PutNumber(record, field, Num(others[Below(random, others.size())].value));
 }
 
-std::vector<uint8_t> Joined(const Records& records) {
-    std::vector<uint8_t> bytes;
-    for (const Record& record : records) bytes.insert(bytes.end(), record.begin(), record.end());
+Bytes Joined(const Records& records) {
+    Bytes bytes;
+    for (const Record& record : records) bytes.Append(record.data(), record.size());
     return bytes;
 }
 
@@ -93,26 +97,28 @@ uint8_t BlockAround(const Records& records, size_t place) {
 }
 
 // Now and then, records where they do not belong.
-void AddRecords(Random& random, size_t part, Records& records) {
+void AddRecords(Random& random, Part part, Records& records) {
+    constexpr const char* BY_PART[] = {"K", "K", "G", "P", "M", "Q", "K", "K"};
+    constexpr const char* BY_BLOCK[] = {"M", "R", "R", "X", "S", "F0 i 00 l",
+                                        "S", "S", "S", "S", "Z", "Z"};
     const size_t place = Below(random, records.size() + 1);
-    const uint32_t index = IndexBefore(records, place);
-    const uint8_t block = Below(random, 16) == 0 ? static_cast<uint8_t>(Below(random, 12))
-                                                 : BlockAround(records, place);
-    const test::Bytes more = part == DEBUG_INFO ? RandomDebugRecords(random, block, index)
-                                                : RandomRecords(random, part, index);
-    records.insert(records.begin() + static_cast<Place>(place), more.vector());
+    const size_t block =
+        Below(random, 16) == 0 ? Below(random, std::size(BY_BLOCK)) : BlockAround(records, place);
+    const char* pattern = BY_PART[static_cast<size_t>(part)];
+    if (part == Part::kDebug) pattern = block < std::size(BY_BLOCK) ? BY_BLOCK[block] : "S";
+    uint32_t index = Below(random, 2) == 0 ? 0x46 + Below(random, 4) : IndexBefore(records, place);
+    if (part == Part::kSegments) index = 1 + Below(random, 4);
+    if (part == Part::kExternal) index = 32 + Below(random, 8);
+    records.insert(records.begin() + static_cast<Place>(place), Grow(random, pattern, index));
 }
 
 void WrapInBlock(Random& random, Records& records) {
     const auto [begin, end] = RandomRange(random, records);
-    const Records wrapped(records.begin() + begin, records.begin() + end);
-    records.erase(records.begin() + begin, records.begin() + end);
-    const test::Bytes block =
-        RandomBlock(random, test::Bytes(Joined(wrapped)), Below(random, 4) == 0);
-    records.insert(records.begin() + begin, block.vector());
+    records.insert(records.begin() + end, Grow(random, "T"));
+    records.insert(records.begin() + begin, Grow(random, Below(random, 4) == 0 ? "H" : "h"));
 }
 
-void MutateRecords(Random& random, size_t part, Records& records) {
+void MutateRecords(Random& random, Part part, Records& records) {
     const uint32_t choice = Below(random, 16);
     if (records.empty() || choice < 5) return AddRecords(random, part, records);
     if (choice < 8) return Insert(random, records, records);
@@ -122,34 +128,30 @@ void MutateRecords(Random& random, size_t part, Records& records) {
     return WrapInBlock(random, records);
 }
 
-size_t RandomPart(Random& random) {
-    constexpr size_t PARTS[] = {DEBUG_INFO, DEBUG_INFO, DEBUG_INFO, DATA, EXTERNAL, SEGMENTS};
-    return Below(random, 40) == 0 ? Below(random, NOF_PARTS)
-                                  : PARTS[Below(random, std::size(PARTS))];
+Part RandomPart(Random& random) {
+    constexpr Part PARTS_TO_CHANGE[] = {Part::kDebug, Part::kDebug,    Part::kDebug,
+                                        Part::kData,  Part::kExternal, Part::kSegments};
+    return Below(random, 40) == 0 ? static_cast<Part>(Below(random, std::size(test::PARTS)))
+                                  : PARTS_TO_CHANGE[Below(random, std::size(PARTS_TO_CHANGE))];
 }
 
-void MutatePart(Random& random, ObjectParts& object) {
-    const size_t part = RandomPart(random);
+Bytes& Content(ObjectFile& file, Part part) {
+    return file.*test::PARTS[static_cast<size_t>(part)];
+}
+
+void MutatePart(Random& random, ObjectFile& file) {
+    const Part part = RandomPart(random);
     if (Below(random, 60) == 0) {
-        object.present[part] = !object.present[part];
+        file.offsets.insert({part, 0});
         return;
     }
-    Records records = SplitRecords(object.parts[part]);
+    Records records = SplitRecords(Content(file, part));
     for (uint32_t n = 1 + Below(random, 3); n > 0; --n) MutateRecords(random, part, records);
-    object.parts[part] = Joined(records);
-    object.present[part] = true;
-}
-
-void ChangeProcessor(Random& random, ObjectParts& object) {
-    constexpr const char* NAMES[] = {"80166", "tri", "296sa_e", "296sa_c", "TRICORE"};
-    const test::Bytes name = test::Text(NAMES[Below(random, std::size(NAMES))]);
-    const auto begin = object.head.begin() + 1;
-    object.head.insert(object.head.erase(begin, begin + object.head[1] + 1), name.begin(),
-                       name.end());
+    Content(file, part) = Joined(records);
 }
 
 // Puts the file where libFuzzer wants it; a file that has become too large is given up.
-size_t Deliver(const std::vector<uint8_t>& file, uint8_t* data, size_t max_size) {
+size_t Deliver(const Bytes& file, uint8_t* data, size_t max_size) {
     if (file.size() > max_size) return 0;
     std::memcpy(data, file.data(), file.size());
     return file.size();
@@ -161,13 +163,14 @@ size_t Deliver(const std::vector<uint8_t>& file, uint8_t* data, size_t max_size)
 extern "C" size_t LLVMFuzzerCustomMutator(uint8_t* data, size_t size, size_t max_size,
                                           unsigned seed) {
     using namespace scan695::fuzz;
+    constexpr const char* PROCESSORS[] = {"80166", "tri", "296sa_e", "296sa_c", "TRICORE"};
     Random random(seed);
-    ObjectParts object;
-    if (Below(random, 25) == 0 || !Split(data, size, object))
+    ObjectFile file;
+    if (Below(random, 25) == 0 || !Split(data, size, file))
         return LLVMFuzzerMutate(data, size, max_size);
-    MutatePart(random, object);
-    if (Below(random, 50) == 0) ChangeProcessor(random, object);
-    const size_t delivered = Deliver(Join(object), data, max_size);
+    MutatePart(random, file);
+    if (Below(random, 50) == 0) file.processor = PROCESSORS[Below(random, std::size(PROCESSORS))];
+    const size_t delivered = Deliver(Build(file), data, max_size);
     return delivered != 0 ? delivered : LLVMFuzzerMutate(data, size, max_size);
 }
 
@@ -177,16 +180,15 @@ extern "C" size_t LLVMFuzzerCustomCrossOver(const uint8_t* data1, size_t size1,
                                             size_t max_out_size, unsigned seed) {
     using namespace scan695::fuzz;
     Random random(seed);
-    ObjectParts object;
-    ObjectParts other;
-    if (!Split(data1, size1, object) || !Split(data2, size2, other)) return 0;
-    const size_t part = RandomPart(random);
-    const Records more = SplitRecords(other.parts[part]);
+    ObjectFile file;
+    ObjectFile other;
+    if (!Split(data1, size1, file) || !Split(data2, size2, other)) return 0;
+    const Part part = RandomPart(random);
+    const Records more = SplitRecords(Content(other, part));
     if (more.empty()) return 0;
-    Records records = SplitRecords(object.parts[part]);
+    Records records = SplitRecords(Content(file, part));
     if (Below(random, 4) == 0) records.clear();
     Insert(random, records, more);
-    object.parts[part] = Joined(records);
-    object.present[part] = true;
-    return Deliver(Join(object), out, max_out_size);
+    Content(file, part) = Joined(records);
+    return Deliver(Build(file), out, max_out_size);
 }

@@ -1,11 +1,11 @@
 #include "fuzz/object_parts.h"
 
 #include <algorithm>
-#include <numeric>
-
-#include "tests/support/bytes.h"
+#include <array>
 
 namespace scan695::fuzz {
+
+using namespace scan695::test;
 
 namespace {
 
@@ -34,72 +34,49 @@ struct HeaderReader {
     size_t at = 0;
     bool sound = true;
 
-    void Byte(size_t byte) {
-        sound = sound && at < size && data[at] == byte;
-        if (sound) ++at;
+    Bytes Take(size_t count) {
+        sound = sound && count != 0 && count <= size - at;
+        if (!sound) return {};
+        at += count;
+        return Bytes({data + at - count, data + at});
     }
-    void Name() {
-        sound = sound && at < size && data[at] < 0x80 && size - at > data[at];
-        if (sound) at += data[at] + 1U;
-    }
+    void Expect(const Bytes& bytes) { sound = Take(bytes.size()) == bytes && sound; }
+    Text Name() { return Text(Take(at < size && data[at] < 0x80 ? data[at] + 1U : 0)); }
     uint32_t Number() {
         const size_t width = NumberSize(data, size, at);
-        sound = sound && width != 0;
-        if (!sound) return 0;
-        at += width;
-        return NumberAt(data, at - width, width);
+        Take(width);
+        return sound ? NumberAt(data, at - width, width) : 0;
     }
 };
 
 }  // namespace
 
-bool Split(const uint8_t* data, size_t size, ObjectParts& object) {
+bool Split(const uint8_t* data, size_t size, ObjectFile& file) {
     HeaderReader header = {data, size};
-    header.Byte(0xE0);
-    header.Name();
-    header.Name();
-    header.Byte(0xEC);
-    header.Number();
-    header.Number();
-    if (header.at < size && (data[header.at] & 0xFE) == 0xCC) ++header.at;
-    object = {};
-    object.head.assign(data, data + header.at);
-    std::array<size_t, NOF_PARTS> offsets = {};
-    for (size_t i = 0; i < NOF_PARTS; ++i) {
-        for (const size_t byte : {size_t{0xE2}, size_t{0xD7}, i}) header.Byte(byte);
-        offsets[i] = header.Number();
-        object.present[i] = offsets[i] != 0;
+    header.Expect({0xE0});
+    file.processor = header.Name();
+    file.module = header.Name();
+    header.Expect({0xEC});
+    file.mau_bits = header.Number();
+    file.mau_number = header.Number();
+    const bool has_order = header.at < size && (data[header.at] & 0xFE) == 0xCC;
+    file.byte_order = has_order ? header.Take(1) : Bytes{};
+    std::array<size_t, std::size(PARTS)> offsets = {};
+    for (uint8_t i = 0; i < offsets.size(); ++i) {
+        header.Expect({0xE2, 0xD7, i});
+        offsets[i] = std::min<size_t>(header.Number(), size);
     }
-    if (!header.sound) return false;
-    std::iota(object.order.begin(), object.order.end(), size_t{0});
-    std::stable_sort(object.order.begin(), object.order.end(),
-                     [&](size_t a, size_t b) { return offsets[a] < offsets[b]; });
-    for (size_t i = 0; i < NOF_PARTS; ++i) {
-        const size_t part = object.order[i];
-        const size_t begin = std::min(offsets[part], size);
-        const size_t end = i + 1 < NOF_PARTS ? std::min(offsets[object.order[i + 1]], size) : size;
-        if (object.present[part]) object.parts[part].assign(data + begin, data + end);
+    std::stable_sort(file.order.begin(), file.order.end(), [&](Part a, Part b) {
+        return offsets[static_cast<size_t>(a)] < offsets[static_cast<size_t>(b)];
+    });
+    size_t end = size;
+    for (size_t i = offsets.size(); i-- > 0;) {
+        const auto part = static_cast<size_t>(file.order[i]);
+        const size_t begin = offsets[part];
+        file.*PARTS[part] = begin == 0 ? Bytes{} : Bytes({data + begin, data + end});
+        end = begin;
     }
-    return true;
-}
-
-std::vector<uint8_t> Join(const ObjectParts& object) {
-    constexpr size_t ASW_SIZE = 8;
-    std::array<size_t, NOF_PARTS> offsets = {};
-    size_t next = object.head.size() + NOF_PARTS * ASW_SIZE;
-    for (const size_t part : object.order) {
-        if (object.present[part]) offsets[part] = next;
-        next += object.parts[part].size();
-    }
-    std::vector<uint8_t> file = object.head;
-    for (size_t i = 0; i < NOF_PARTS; ++i) {
-        const test::Bytes asw = test::Bytes{0xE2, 0xD7, static_cast<uint8_t>(i)} +
-                                test::Wide(static_cast<uint32_t>(offsets[i]), 4);
-        file.insert(file.end(), asw.begin(), asw.end());
-    }
-    for (const size_t part : object.order)
-        file.insert(file.end(), object.parts[part].begin(), object.parts[part].end());
-    return file;
+    return header.sound;
 }
 
 std::vector<Record> SplitRecords(const std::vector<uint8_t>& part) {

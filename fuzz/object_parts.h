@@ -1,38 +1,19 @@
-// An object file taken apart, for mutation: what stands in front of the offsets, the parts, and the
-// records of a part. Joined again, the offsets are right, whatever has become of the parts.
+// An object file taken apart, for mutation: its parts, and the records of a part.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
+
+#include "tests/support/object_file.h"
 
 namespace scan695::fuzz {
 
 using Record = std::vector<uint8_t>;
 
-constexpr size_t NOF_PARTS = 8;
-enum PartNumber : size_t {
-    AD_EXTENSION,
-    ENVIRONMENT,
-    SEGMENTS,
-    EXTERNAL,
-    DEBUG_INFO,
-    DATA,
-    TRAILER,
-    MODULE_END
-};
-
-struct ObjectParts {
-    std::vector<uint8_t> head;  // from MB to the byte order
-    std::array<std::vector<uint8_t>, NOF_PARTS> parts;
-    std::array<bool, NOF_PARTS> present = {};
-    std::array<size_t, NOF_PARTS> order = {};  // in which the parts stand in the file
-};
-
-// Gives false for bytes without a sound header.
-bool Split(const uint8_t* data, size_t size, ObjectParts& object);
-std::vector<uint8_t> Join(const ObjectParts& object);
+// Turns bytes into what `Build` makes a file of, with the parts in their order and offsets that
+// will be right, whatever becomes of the parts. Gives false for bytes without a sound header.
+bool Split(const uint8_t* data, size_t size, test::ObjectFile& file);
 
 // Cuts a part where a record code stands (a byte of E0 or more that is no part of a number or of
 // load data); joined, the records are the part.

@@ -7,8 +7,8 @@
 #include <chrono>
 #include <thread>
 
-#include "tests/cli/golden.h"
 #include "tests/cli/run_command.h"
+#include "tests/support/golden.h"
 
 namespace scan695 {
 namespace {
@@ -156,15 +156,15 @@ TEST(Command, Help) {
     test::Sandbox sandbox;
     for (const char* option : {"--help", "-h"}) {
         const Outcome main = sandbox.Run({option});
-        test::ExpectGolden(main.out + main.err, "help.txt");
+        test::ExpectGolden(main.out + main.err, "cli/golden/help.txt");
         const Outcome fst = sandbox.Run({"fst", option});
-        test::ExpectGolden(fst.out + fst.err, "fst_help.txt");
+        test::ExpectGolden(fst.out + fst.err, "cli/golden/fst_help.txt");
     }
 }
 
 TEST(Command, Verify) {
     test::Sandbox sandbox;
-    const std::string sound = test::ReadWholeFile(test::GOLDEN / "sound.fst");
+    const std::string sound = test::ReadWholeFile(test::TESTS / "cli/golden/sound.fst");
     sandbox.Write("SOUND.FST", sound);
     sandbox.Write("CUT.FST", sound.substr(0, sound.size() - 1));
     EXPECT_EQ(sandbox.Run({"fst", "SOUND.FST", "--verify"}).out, "");

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "tests/cli/golden.h"
+#include "tests/support/golden.h"
 
 namespace scan695::test {
 
@@ -63,7 +63,7 @@ std::vector<uint8_t> FstParts::Assemble() {
 }
 
 FstParts SoundParts() {
-    static const std::string file = ReadWholeFile(GOLDEN / "sound.fst");
+    static const std::string file = ReadWholeFile(TESTS / "cli/golden/sound.fst");
     FstParts parts;
     FstHeader& header = parts.header;
     std::memcpy(&header, file.data(), sizeof header);

@@ -1,4 +1,5 @@
-// The inspector: what it prints, and its checks of sound files, odd but legal ones, damaged ones.
+// The inspector: what it prints, also of the samples as they are converted, and its checks of sound
+// files, odd but legal ones, damaged ones.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -9,7 +10,8 @@
 #include "cli/inspector/text.h"
 #include "cli/inspector/verify.h"
 #include "tests/cli/fst_parts.h"
-#include "tests/cli/golden.h"
+#include "tests/support/golden.h"
+#include "tests/support/samples.h"
 
 namespace scan695 {
 namespace {
@@ -45,7 +47,7 @@ std::string Printed(const std::vector<uint8_t>& bytes) {
 
 TEST(Listing, IsGolden) {
     const std::vector<uint8_t> bytes = SoundParts().Assemble();
-    test::ExpectGolden(Printed(bytes), "listing.txt");
+    test::ExpectGolden(Printed(bytes), "cli/golden/listing.txt");
 
     inspector::Fst fst;
     std::string error;
@@ -54,7 +56,18 @@ TEST(Listing, IsGolden) {
     for (const char* name : TABLES) tables.push_back(inspector::FindTable(name));
     std::ostringstream json;
     inspector::PrintJson(fst, tables, json);
-    test::ExpectGolden(json.str(), "listing.json");
+    test::ExpectGolden(json.str(), "cli/golden/listing.json");
+}
+
+// Whole conversions: the STF file, the FST file, and the FST file as a reader sees it.
+TEST(Samples, AreGolden) {
+    for (const std::filesystem::path sample : test::SAMPLES) {
+        const std::string golden = "cli/golden" / sample.stem();
+        const test::Converted result = test::ConvertBytes(test::SampleBytes(sample.c_str()), true);
+        test::ExpectGolden(result.stf, golden + ".stf");
+        test::ExpectGolden(result.fst, golden + ".fst");
+        test::ExpectGolden(Printed({result.fst.begin(), result.fst.end()}), golden + ".txt");
+    }
 }
 
 void MakeEmpty(FstParts& parts) {

@@ -4,8 +4,8 @@
 #include <regex>
 
 #include "tests/faults/hooks.h"
-#include "tests/faults/samples.h"
 #include "tests/support/in_process.h"
+#include "tests/support/samples.h"
 
 namespace scan695::test {
 namespace {

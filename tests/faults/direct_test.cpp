@@ -11,7 +11,7 @@
 #include "stf/type_words.h"
 #include "store/tables.h"
 #include "tests/faults/hooks.h"
-#include "tests/faults/samples.h"
+#include "tests/support/samples.h"
 
 namespace scan695::test {
 namespace {

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/faults/fatal_cases.h"
-#include "tests/faults/samples.h"
+#include "tests/support/samples.h"
 
 namespace scan695::test {
 namespace {

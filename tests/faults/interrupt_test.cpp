@@ -7,9 +7,9 @@
 #include <csignal>
 
 #include "tests/faults/hooks.h"
-#include "tests/faults/samples.h"
 #include "tests/support/in_process.h"
 #include "tests/support/object_builder.h"
+#include "tests/support/samples.h"
 
 namespace scan695::test {
 namespace {

@@ -2,8 +2,8 @@
 // ends well or with a message, and never with anything else.
 #include <gtest/gtest.h>
 
-#include "tests/faults/samples.h"
 #include "tests/support/in_process.h"
+#include "tests/support/samples.h"
 
 namespace scan695::test {
 namespace {

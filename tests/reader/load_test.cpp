@@ -74,28 +74,5 @@ TEST(Load, CodeRecords) {
     }
 }
 
-// What the console ends with, or tells on its way.
-TEST(Load, Console) {
-    const struct {
-        Bytes data;
-        const char* text;
-        int status;
-    } cases[] = {
-        {UseSegment(1) + Repeat(2) + Load(Times(300, {0x11})),
-         "Repeat 2 times:\nCode: addr=00001000 size=300\nCode: addr=0000112C size=300\n", 0},
-        {Hex("E8"), "Unexpected record at", 1},
-        {Hex("E2 C7 00"), "Unexpected record at", 1},
-        {UseSegment(1) + Hex("E2 D1 00"), "Unexpected record at", 1},
-        {Hex("ED ED"), "Unexpected record at", 1},
-        {UseSegment(1) + LoadCounted(0x100000, {1}), "Unexpected end of file at", 1},
-        {UseSegment(1) + LoadCounted(Num(0x80000000), {1}), "Error: not enough memory\n", 1},
-    };
-    for (const auto& c : cases) {
-        const Converted result = ConvertData(c.data);
-        EXPECT_EQ(result.status, c.status) << c.text;
-        EXPECT_NE(result.console.find(c.text), std::string::npos) << c.text << result.console;
-    }
-}
-
 }  // namespace
 }  // namespace scan695::test

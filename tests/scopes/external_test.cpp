@@ -10,10 +10,6 @@
 namespace scan695::test {
 namespace {
 
-std::string External(const std::string& external, const Text& processor = "80166") {
-    return Outcome({.debug = {}, .external = Hex(external), .processor = processor});
-}
-
 std::string SymbolText(int number, const std::string& name, const std::string& address,
                        const std::string& rest) {
     return "Symbol." + std::to_string(number) + "{ name='" + name + "'; address=" + address + "; " +
@@ -21,11 +17,18 @@ std::string SymbolText(int number, const std::string& name, const std::string& a
 }
 
 TEST(ExternalPart, Symbols) {
+    const std::string reset = "E8 20 n'__CSTART_TASK' F1 C9 20 00 13 01 E2 C9 20 82 01 F0";
+    const std::string reset_symbol = SymbolText(0, "_CSTART_TASK", "0x1f0", "type=void; ");
     const struct {
         const char* what;
-        const char* bytes;
+        std::string bytes;
         std::string records;
+        Text processor = "80166";
     } cases[] = {
+        {"start address", reset, "Attrib.4{ name='STARTPC'; value='0x1f0'; } " + reset_symbol},
+        {"start address of another processor", reset, reset_symbol, "tri"},
+        {"another processor's", "E8 20 n'START' F1 C9 20 10 08 01 E2 C9 20 82 01 F0",
+         SymbolText(0, "START", "0x1f0", "storageClass=static; type=int; ")},
         {"one underscore goes", "E8 20 n'__f' F1 C9 20 10 08 E2 C9 20 05",
          SymbolText(0, "_f", "0x5", "storageClass=static; type=int; ")},
         {"attribute 20", "E8 20 n'k' F1 C9 20 10 14 01 E2 C9 20 05",
@@ -51,29 +54,10 @@ TEST(ExternalPart, Symbols) {
          SymbolText(0, "abcdefghijklmnopqrstuvwxyz01234", "0x1", "type=int; ") +
              SymbolText(1, "abcdefghijklmnopqrstuvwxyz01234", "0x2", "type=int; ")},
     };
-    for (const auto& c : cases) EXPECT_EQ(External(c.bytes), c.records) << c.what;
-}
-
-TEST(ExternalPart, StartAddress) {
-    const std::string start = "Attrib.4{ name='STARTPC'; value='0x1f0'; } ";
-    const std::string reset = "E8 20 n'__CSTART_TASK' F1 C9 20 00 13 01 E2 C9 20 82 01 F0";
-    EXPECT_EQ(External(reset), start + SymbolText(0, "_CSTART_TASK", "0x1f0", "type=void; "));
-    EXPECT_EQ(External(reset, "tri"), SymbolText(0, "_CSTART_TASK", "0x1f0", "type=void; "));
-    EXPECT_EQ(External("E8 20 n'START' F1 C9 20 10 08 01 E2 C9 20 82 01 F0"),
-              SymbolText(0, "START", "0x1f0", "storageClass=static; type=int; "));
-}
-
-// What the debug part has described stays, if it is global.
-TEST(ExternalPart, DebugPartGoesFirst) {
-    const Bytes external = PublicSymbol(0x20, "_g", 0x10, 19, 1) +
-                           PublicSymbol(0x21, "_s", 0x10, 19, 2) +
-                           PublicSymbol(0x22, "f", 0x10, 19, 3);
-    const Bytes scope = GlobalVariable(0x46, "_g", 0x10, 4) + StaticVariable(0x47, "_s", 0x10, 5) +
-                        Bb4({.name = "_f", .type = 0x10, .begin = 6, .end = 7});
-    const std::string records = Outcome({CModule(scope), external});
-    EXPECT_TRUE(records.ends_with("blkend=0x7; } " + SymbolText(3, "s", "0x2", "type=int; ") +
-                                  SymbolText(4, "f", "0x3", "type=int; ")))
-        << records;
+    for (const auto& c : cases) {
+        const ScopeCase file = {.debug = {}, .external = Hex(c.bytes), .processor = c.processor};
+        EXPECT_EQ(Outcome(file), c.records) << c.what;
+    }
 }
 
 // An assembler symbol that the external part does not give has the address of the function block
@@ -138,6 +122,25 @@ TEST(AsmSymbols, SearchesOfTheExternalPart) {
         }
         EXPECT_EQ(trace, c.trace) << c.what;
     }
+}
+
+// More names than the indexes have room for at first: each assembler symbol finds its own, and each
+// public symbol is kept once.
+TEST(ExternalPart, ManyNames) {
+    constexpr int COUNT = 300;
+    Bytes body;
+    Bytes external;
+    std::string local;
+    std::string global;
+    for (int i = 0; i < COUNT; ++i) {
+        const std::string name = "a" + std::to_string(i);
+        const std::string address = "0x" + std::to_string(i % 10);
+        body += AsmSymbol(0x46 + i, name, 0x10, 0x99, 2);
+        external += PublicSymbol(0x20, name, 0x10, 19, i % 10);
+        local += SymbolText(i, name, address, "storageClass=static; type=int; module=@Module.0; ");
+        global += SymbolText(COUNT + i, name, address, "type=int; ");
+    }
+    EXPECT_EQ(Outcome({AsmModule(body), external + external}), ASM_MODULE + local + global);
 }
 
 }  // namespace

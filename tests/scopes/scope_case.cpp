@@ -17,7 +17,8 @@ Converted ConvertScopes(const ScopeCase& scopes, bool debug_mode) {
     WriteWholeFile(directory / "t.abs", Build({.processor = scopes.processor,
                                                .segments = scopes.segments,
                                                .external = external,
-                                               .debug = debug}));
+                                               .debug = debug,
+                                               .data = scopes.data}));
     return ConvertInProcess(directory / "t.abs", directory / "t.stf", debug_mode);
 }
 

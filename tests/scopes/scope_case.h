@@ -13,6 +13,7 @@ struct ScopeCase {
     Bytes external = {};
     Text processor = "80166";
     Bytes segments = {};
+    Bytes data = {};
 };
 
 Converted ConvertScopes(const ScopeCase& scopes, bool debug_mode = false);

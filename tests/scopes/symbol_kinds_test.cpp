@@ -1,5 +1,5 @@
 // Symbols of every attribute kind: the bytes of one symbol and the STF text that comes of it. The
-// plainest of each kind stand in the golden files of the traces.
+// plainest of each kind stand in the golden files of the traces. Symbols with many lifetimes.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -86,6 +86,21 @@ TEST(SymbolKinds, Records) {
                   (c.c ? C_MODULE : ASM_MODULE) + c.records +
                       (c.records.starts_with("Symbol") ? "Symbol.1" : "Symbol.0") + Auto("z", "6"))
             << c.what;
+    }
+}
+
+// A list above 65,535 bytes is cut when it is stored: behind 4,095 locations the count and the
+// place no longer agree, and the block's end looks for the last one where it is not.
+TEST(SymbolKinds, MoreLifetimesThanAnItemHolds) {
+    for (const uint32_t ranges : {4095U, 4096U, 65536U}) {
+        Bytes body = AutoVariable(0x47, "a", 0x10, 0) + LifetimeMark(0x47, 16 * ranges, 1, 2);
+        for (uint32_t i = 1; i < ranges; ++i) body += Lifetime(0x47, 16 * i, 16 * i + 4, 1, 2);
+        const std::string outcome =
+            Outcome({CModule(Bb4({.name = "f", .type = 0x10, .body = body}))});
+        if (ranges > 4095)
+            EXPECT_EQ(outcome, "Error: cannot read temporary buffer\n") << ranges;
+        else
+            EXPECT_NE(outcome.find("locationCount=4095;"), std::string::npos);
     }
 }
 

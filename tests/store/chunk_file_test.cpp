@@ -10,7 +10,8 @@ constexpr uint32_t CHUNK = ChunkFile::CHUNK_SIZE;
 
 std::string Pattern(size_t size, uint32_t seed) {
     std::string bytes(size, '\0');
-    std::generate(bytes.begin(), bytes.end(), Random(seed));
+    Random random(seed);
+    for (char& byte : bytes) byte = static_cast<char>(random() & 0x7F);
     return bytes;
 }
 

@@ -38,30 +38,5 @@ TEST(ObjectBuilder, HexText) {
     }
 }
 
-TEST(ObjectBuilder, OffsetsLeadToTheParts) {
-    const ObjectFile file = {.processor = "TRI",
-                             .module = "m",
-                             .debug = Times(300, {0xF8}),
-                             .data = {0xE5, 0x01},
-                             .order = {Part::kModuleEnd, Part::kData, Part::kDebug},
-                             .offsets = {{Part::kTrailer, Wide(0x7F, 1)}, {Part::kData, Absent()}}};
-    const Bytes header =
-        Hex("E0 n'TRI' n'm' EC 08 04 CC"
-            "E2 D7 00 84 00 00 00 00  E2 D7 01 84 00 00 00 00"
-            "E2 D7 02 84 00 00 00 00  E2 D7 03 84 00 00 00 00"
-            "E2 D7 04 84 00 00 00 46  E2 D7 05"
-            "E2 D7 06 81 7F           E2 D7 07 84 00 00 00 43");
-    EXPECT_EQ(Build(file), header + Hex("E1 E5 01") + Times(300, {0xF8}));
-    EXPECT_EQ(PartOffset(file, Part::kDebug), header.size() + 3);
-}
-
-// Readers do not look at the lengths, from F8 to behind the tail.
-TEST(ObjectBuilder, BlockLengths) {
-    EXPECT_EQ(Bb3("M", Bb4({.name = "f", .stack = 2, .type = 0x101, .begin = 0x200, .end = 0x21F})),
-              Hex("F8 03 84 00 00 00 1E n'M'"
-                  "   F8 04 84 00 00 00 14 n'f' 02 82 01 01 82 02 00 F9 82 02 1F"
-                  "F9"));
-}
-
 }  // namespace
 }  // namespace scan695::test

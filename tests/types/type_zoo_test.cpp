@@ -1,25 +1,12 @@
 // Types of every kind through Convert: the whole STF text for each processor, the whole trace of
-// the debug part for one; stops and limits of a block of types.
-// SCAN695_RENEW_GOLDEN=1 in the environment writes the golden files anew.
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-
-#include "tests/support/convert.h"
+// the debug part and the FST file for one; limits of a block of types.
+#include "tests/support/golden.h"
 #include "tests/support/object_builder.h"
 
 namespace scan695::test {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace def;
-
-void ExpectGolden(const std::string& text, const std::string& name) {
-    const fs::path golden = fs::path(SCAN695_SOURCE_DIR "/tests/types/golden") / name;
-    if (std::getenv("SCAN695_RENEW_GOLDEN") != nullptr)
-        WriteWholeFile(golden, {text.begin(), text.end()});
-    EXPECT_EQ(text, ReadWholeFile(golden));
-}
 
 struct ZooType {
     const char* name;
@@ -80,6 +67,30 @@ std::vector<ZooType> ForwardReferences() {
     };
 }
 
+// What the sizes of arrays and of symbols depend on, enumerations of all forms, and pointers to the
+// types that each processor knows, to those around them.
+std::vector<ZooType> SizesAndBasicTypes() {
+    std::vector<ZooType> types = {
+        {"", 256, Array(Array(16, 9), 1)},
+        {"", 257, Array(Struct(6, {}), 1)},
+        {"", 258, Array(Union(7, {}), 1)},
+        {"", 259, Array(Enum({{"A", 1}}, EnumSize(2)), 1)},
+        {"", 260, Array(Bitfield(1, 3), 1)},
+        {"", 261, Array(Function({.father = 0}), 1)},
+        {"", 262, Array(Qualified(1, 256), 1)},
+        {"", 263, Struct(6, {})},
+        {"", 264, Union(7, {})},
+        {"", 265, TypeDef(Hex("'N' 80 n'A' 03 00"))},
+        {"", 266, TypeDef(Hex("'N' 00 01 00 04 n'A' 07"))},
+        {"", 267, TypeDef(Hex("'N' n'A' 80 n'B' 03 n'C'"))},
+        {"", 268, Function({})},
+    };
+    for (uint32_t i = 0; i < 9; ++i) types.push_back({"", 270 + i, Qualified(16 * i, 16)});
+    types.push_back({"", 279, Qualified(0x60, 275)});
+    for (uint32_t i = 0; i < 74; ++i) types.push_back({"", 280 + i, SmallPointer(i)});
+    return types;
+}
+
 // With DebugMode, which comments the STF text, for one of the processors.
 TEST(TypeZoo, GivesItsTextForEachProcessor) {
     for (const std::string processor : {"80166", "296sa_e", "tricore"}) {
@@ -87,33 +98,23 @@ TEST(TypeZoo, GivesItsTextForEachProcessor) {
         ObjectFile file = {.processor = processor, .trailer = Trailer(0x100)};
         file.debug = TypeBlock("ZOO_C", index, Zoo());
         file.debug += TypeBlock("LATE_C", index, ForwardReferences());
+        file.debug += TypeBlock("SIZES_C", index, SizesAndBasicTypes());
+        Bytes variables = GlobalVariable(index(), "bit", 274, 0x80, 9);
+        variables += GlobalVariable(index(), "code", 276, 0);
+        for (uint32_t type = 256; type <= 280; ++type)
+            variables += GlobalVariable(index(), "v", type == 269 ? 16 : type, 0x7F, 9);
+        file.debug += Bb3("SIZES_C", variables);
         const bool debug = processor == "tricore";
         const Converted run = ConvertBytes(Build(file), debug);
-        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.status, 0) << run.console;
         EXPECT_NE(run.console.find("\nWARNING: Debug record for type lost corrupted."),
                   std::string::npos);
-        ExpectGolden(UnixLines(run.stf), processor + ".stf");
+        ExpectGolden(UnixLines(run.stf), "types/golden/" + processor + ".stf");
         if (!debug) continue;
         const size_t begin = run.console.find("Begin of Debug Info");
         ExpectGolden(run.console.substr(begin, run.console.find("EOF:\n") - begin),
-                     processor + ".console");
-    }
-}
-
-TEST(BlockOfTypes, StopsAtWhatItCannotRead) {
-    const struct {
-        const char* body;  // of a BB1 block at 0x50, behind its head of five bytes
-        const char* message;
-    } stops[] = {
-        {"F0 E5", "Unexpected record at 55\n"},
-        {"F2 820100 CE 00 'x' 08 00 00 05 8310FFFF 00", "Error: not enough memory\n"},
-        {"F2 820100 CE 00 'N' 00", "Unexpected end of file at 5d\n"},
-    };
-    for (const auto& stop : stops) {
-        const Bytes block = Bytes{0xF8, 0x01, 0x00} + Text("M") + Hex(stop.body);
-        const Converted run = ConvertBytes(Build({.debug = block, .module_end = {}}));
-        EXPECT_EQ(run.status, 1);
-        EXPECT_NE(run.console.find(stop.message), std::string::npos) << run.console;
+                     "types/golden/tricore.console");
+        ExpectGolden(run.fst, "types/golden/tricore.fst");
     }
 }
 
@@ -131,7 +132,7 @@ TEST(BlockOfTypes, KeepsTheCountOfALongList) {
                             TypeRecord(300, 0, SmallPointer(2));
         const Converted run =
             ConvertBytes(Build({.debug = Bb1("M", types), .trailer = Trailer(0)}), true);
-        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.status, 0) << run.console;
         EXPECT_NE(UnixLines(run.stf).find(c.fields), std::string::npos);
     }
 }

@@ -1,4 +1,4 @@
-// What the fault tests convert, and how a run must end that does not succeed.
+// The samples, and how a run must end that does not succeed.
 #pragma once
 
 #include <filesystem>
