@@ -1,5 +1,5 @@
-// Target memory on its way from the load records: every chunk goes into the CodeTable of the FST
-// store and into the collection of the Code records of the STF file.
+// Target memory on its way from the load records: every chunk goes into the collection of the Code
+// records of the STF file and, with DebugMode, into the CodeTable of the FST store.
 #pragma once
 
 #include <cstdint>

@@ -21,7 +21,7 @@ struct StoreState {
     ChunkFile BlockTable;         // BLOCKINFO, nof_blocks
     ChunkFile LineTable;          // LINEINFO, nof_lines
     ChunkFile TypeTable;          // TYPEINFO, nof_types
-    ChunkFile CodeTable;          // CODEINFO and its bytes, nof_code
+    ChunkFile CodeTable;          // CODEINFO and its bytes, nof_code; DebugMode only
     ChunkFile MergedCodeFile;     // the same, merged in the post-processing
     ChunkFile FstImage;
 };
