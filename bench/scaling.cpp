@@ -24,7 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
-constexpr int RUNS = 5;
+constexpr int RUNS = 9;
 
 struct Cost {
     double seconds = 1e9;

@@ -1,7 +1,6 @@
 #include "stf/code_records.h"
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 #include "stf/stf_stream.h"
@@ -25,30 +24,23 @@ struct CodeState {
 };
 CodeState Code;
 
-// Two upper-case digits for each byte value.
-struct HexPairs {
-    char digits[256][2];
-    constexpr HexPairs() : digits() {
-        for (unsigned i = 0; i < 256; ++i) {
-            digits[i][0] = "0123456789ABCDEF"[i >> 4];
-            digits[i][1] = "0123456789ABCDEF"[i & 15];
-        }
-    }
-};
-constexpr HexPairs HEX_PAIRS;
+// An upper-case digit; without a branch or a table, so that whole lines go at once.
+char HexDigit(unsigned nibble) {
+    return static_cast<char>(nibble + '0' + (nibble > 9) * ('A' - '9' - 1));
+}
 
 bool Before(const CodeEntry& a, const CodeEntry& b) {
     return a.mem_type != b.mem_type ? a.mem_type < b.mem_type : a.address < b.address;
 }
 
-// One line of up to 32 bytes, composed in the text buffer of the stream.
+// One line of up to 32 bytes.
 void WriteDataLine(const uint8_t* bytes, uint32_t count) {
-    char line[2 * BYTES_A_LINE + 2];
-    char* out = line;
-    *out++ = '"';
-    for (uint32_t i = 0; i < count; ++i, out += 2) std::memcpy(out, HEX_PAIRS.digits[bytes[i]], 2);
-    *out++ = '"';
-    StfLine().Text({line, static_cast<size_t>(out - line)}).End();
+    char digits[2 * BYTES_A_LINE];
+    for (uint32_t i = 0; i < count; ++i) {
+        digits[2 * i] = HexDigit(bytes[i] >> 4U);
+        digits[2 * i + 1] = HexDigit(bytes[i] & 15U);
+    }
+    StfLine().Char('"').Text({digits, 2 * size_t{count}}).Char('"').End();
 }
 
 void WriteData(const CodeEntry& entry) {
