@@ -36,7 +36,7 @@ bool Before(const CodeEntry& a, const CodeEntry& b) {
 // One line of up to 32 bytes.
 void WriteDataLine(const uint8_t* bytes, uint32_t count) {
     char digits[2 * BYTES_A_LINE];
-    for (uint32_t i = 0; i < count; ++i) {
+    for (size_t i = 0; i < count; ++i) {
         digits[2 * i] = HexDigit(bytes[i] >> 4U);
         digits[2 * i + 1] = HexDigit(bytes[i] & 15U);
     }
