@@ -172,7 +172,7 @@ void AddRange(uint32_t start, uint32_t length, int32_t module) {
     ProgressTick();
     if (module == -1 || length == 0) return;
     const Stretch stretch = {start, start + length - 1, length, static_cast<uint32_t>(module)};
-    // An end at 0 is as bad as one that wraps.
+    // A stretch up to the last address has its end at 0, and counts as one that wraps.
     if (stretch.last < stretch.first || stretch.last == UINT32_MAX) Work.Ranges.GiveUpOrder();
     Window = {};
     const FoundRanges at_first = FindRange(Work.Ranges, stretch.first);
