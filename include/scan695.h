@@ -53,8 +53,8 @@ SCAN695_API uint32_t Check(uint32_t word, const char* path);
  * While a conversion runs SIGINT is caught; the handler stays installed. An interrupt is honoured
  * in the post-processing of a debug run only and then is a fatal condition.
  *
- * A failed write of the STF file is not noticed: a complete file ends with the line "}", behind which
- * comment lines may follow.
+ * A failed write of the STF file is not noticed: a complete file ends with the line "}", behind
+ * which comment lines may follow.
  */
 SCAN695_API const char* Convert(uint32_t word, const char* input_path, const char* stf_path,
                                 uint32_t debug);

@@ -149,7 +149,8 @@ int32_t RangeTable::CountUpTo(uint32_t address) {
     const auto begins_behind = [](uint32_t place, const Page* page) {
         return place < page->entries[0].address;
     };
-    Page** const behind = std::upper_bound(pages_ + 1, pages_ + page_count_, address, begins_behind);
+    Page** const behind =
+        std::upper_bound(pages_ + 1, pages_ + page_count_, address, begins_behind);
     last_page_ = static_cast<int32_t>(behind - pages_) - 1;
     const Page& page = *pages_[last_page_];
     const RANGEINFO* const end = std::upper_bound(
