@@ -1,11 +1,10 @@
 // The pieces that a conversion spends its time in: lines of the STF file, records in a table,
 // numbers of the input.
-#include "reader/primitives.h"
-
 #include <benchmark/benchmark.h>
 
 #include <vector>
 
+#include "input/cursor.h"
 #include "stf/stf_stream.h"
 #include "store/tables.h"
 

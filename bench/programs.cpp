@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "tests/support/object_builder.h"
+#include "builder/object_builder.h"
 
 namespace scan695::bench {
 

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "tests/support/bytes.h"
+#include "builder/bytes.h"
 
 namespace scan695::bench {
 

@@ -4,11 +4,11 @@
 #include <vector>
 
 #include "cli/convert.h"
-#include "cli/inspector/json.h"
-#include "cli/inspector/reader.h"
-#include "cli/inspector/tables.h"
-#include "cli/inspector/text.h"
-#include "cli/inspector/verify.h"
+#include "inspector/json.h"
+#include "inspector/reader.h"
+#include "inspector/tables.h"
+#include "inspector/text.h"
+#include "inspector/verify.h"
 
 namespace scan695::cli {
 

@@ -6,23 +6,25 @@
 #include <string>
 #include <utility>
 
-#include "driver/fst_file.h"
+#include "base/text_case.h"
+#include "driver/paths.h"
+#include "fst/fst_file.h"
+#include "fst/post_process.h"
+#include "fst/working_arrays.h"
+#include "input/cursor.h"
+#include "input/scan_state.h"
+#include "input/segments.h"
 #include "platform/files.h"
-#include "platform/text_case.h"
 #include "reader/module_header.h"
-#include "reader/primitives.h"
-#include "reader/scan_state.h"
-#include "reader/segments.h"
 #include "report/report.h"
 #include "scopes/scope_state.h"
 #include "stf/code_records.h"
+#include "stf/stf_state.h"
 #include "stf/stf_stream.h"
 #include "stf/type_words.h"
 #include "store/basic_types.h"
 #include "store/chunk_file.h"
-#include "store/post_process.h"
 #include "store/tables.h"
-#include "store/working_arrays.h"
 #include "types/type_state.h"
 
 namespace scan695 {
@@ -83,7 +85,7 @@ void StartRun(uint32_t debug_mode, const char* stf_path) {
     BasicTypes = BasicTypeState();
     Types = TypeState();
     Scopes = ScopeState();
-    StfTypes = StfTypeState();
+    StfRecords = StfRecordState();
     FstFile = FstFileState();
     outCodeStart();
     outSetFileName(stf_path);
@@ -95,7 +97,7 @@ void StartRun(uint32_t debug_mode, const char* stf_path) {
 int32_t RunConversion(const char* input_path) {
     Input.InputPath = UpperCasePath(input_path);
     std::signal(SIGINT, OnInterrupt);
-    SetFstPath(input_path, Input.InputPath);
+    SetFstPath(input_path, MakeFstPath(Input.InputPath));
     ReserveFstHeader();
     LoadInput(input_path);
     outOpen(ConverterVersion);

@@ -7,10 +7,10 @@
 
 #include <algorithm>
 
-#include "cli/inspector/verify.h"
 #include "fuzz/object_parts.h"
 #include "fuzz/target.h"
-#include "tests/support/in_process.h"
+#include "harness/in_process.h"
+#include "inspector/verify.h"
 
 namespace scan695::fuzz {
 namespace {

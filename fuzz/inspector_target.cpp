@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "cli/inspector/json.h"
-#include "cli/inspector/summary.h"
-#include "cli/inspector/text.h"
-#include "cli/inspector/verify.h"
 #include "fuzz/target.h"
+#include "inspector/json.h"
+#include "inspector/summary.h"
+#include "inspector/text.h"
+#include "inspector/verify.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "tests/support/object_file.h"
+#include "builder/object_file.h"
 
 namespace scan695::fuzz {
 

@@ -6,7 +6,7 @@
 #include <random>
 #include <string_view>
 
-#include "tests/support/bytes.h"
+#include "builder/bytes.h"
 
 namespace scan695::fuzz {
 

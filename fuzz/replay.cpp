@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "fuzz/target.h"
-#include "tests/support/convert.h"
+#include "harness/convert.h"
 
 namespace fs = std::filesystem;
 

@@ -1,10 +1,10 @@
 // The AD extension part: the format of the file and its memory model. It holds two of the gates of
 // the scanner: the file must be absolute, and the memory model overrules the model letter of the
 // processor name.
-#include "reader/attribute_part.h"
+#include "input/attribute_part.h"
+#include "input/cursor.h"
+#include "input/processor.h"
 #include "reader/parts.h"
-#include "reader/primitives.h"
-#include "reader/processor.h"
 #include "report/report.h"
 #include "store/tables.h"
 

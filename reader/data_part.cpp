@@ -9,11 +9,12 @@
 // place.
 #include <algorithm>
 
-#include "reader/code_image.h"
+#include "input/cursor.h"
+#include "input/segments.h"
 #include "reader/parts.h"
-#include "reader/primitives.h"
-#include "reader/segments.h"
 #include "report/report.h"
+#include "stf/code_records.h"
+#include "store/code_table.h"
 #include "store/records.h"
 
 namespace scan695 {
@@ -49,11 +50,23 @@ void ReadRepeat(LoadState& load) {
     load.repeats = static_cast<int32_t>(count);
 }
 
+// Every chunk goes to the Code records of the STF file and to the CodeTable.
+void EmitChunk(const LoadState& load, uint32_t size) {
+    CODEINFO record = {};
+    record.address = load.address;
+    record.length = size;
+    record.module = -1;
+    record.mem_type = load.mem_type;
+    const uint8_t* bytes = TakeBytes(size);
+    AddToCodeTable(record, bytes);
+    outCodeAdd(record, bytes);
+}
+
 // Hands the next `size` bytes on in chunks.
 void EmitBytes(LoadState& load, uint32_t size) {
     while (size > 0) {
         const uint32_t piece = std::min(size, MAX_CHUNK);
-        AddCode(load.mem_type, TakeBytes(piece), load.address, static_cast<uint16_t>(piece), -1);
+        EmitChunk(load, piece);
         load.address += piece;
         size -= piece;
     }

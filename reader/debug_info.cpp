@@ -8,9 +8,9 @@
 //     F8 0A length name name number name 6 numbers    BB10, an assembled module
 #include <cstring>
 
+#include "input/cursor.h"
+#include "input/scan_state.h"
 #include "reader/parts.h"
-#include "reader/primitives.h"
-#include "reader/scan_state.h"
 #include "report/report.h"
 #include "scopes/asm_module.h"
 #include "scopes/block_walk.h"
@@ -18,7 +18,7 @@
 #include "scopes/scan_lines.h"
 #include "scopes/source_names.h"
 #include "scopes/stack_info.h"
-#include "types/scan_types.h"
+#include "types/types_block.h"
 
 namespace scan695 {
 

@@ -1,8 +1,8 @@
 // The environment part: the tools that made the file, for the trace only, and one gate: a file that
 // was not linked successfully is refused.
-#include "reader/attribute_part.h"
+#include "input/attribute_part.h"
+#include "input/cursor.h"
 #include "reader/parts.h"
-#include "reader/primitives.h"
 #include "report/report.h"
 
 namespace scan695 {

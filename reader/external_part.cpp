@@ -6,8 +6,8 @@
 //     E2 C9 index address                         without it the group makes no symbol
 #include "reader/external_part.h"
 
+#include "input/cursor.h"
 #include "reader/parts.h"
-#include "reader/primitives.h"
 #include "report/report.h"
 #include "scopes/conversions.h"
 #include "scopes/scope_state.h"

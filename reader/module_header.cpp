@@ -5,23 +5,22 @@
 //     E2 D7 n offset                        ASW n, n from 0 to 7: where a part stands, 0 for none
 #include "reader/module_header.h"
 
+#include "input/cursor.h"
+#include "input/processor.h"
+#include "input/scan_state.h"
+#include "input/segments.h"
 #include "reader/parts.h"
-#include "reader/primitives.h"
-#include "reader/processor.h"
-#include "reader/scan_state.h"
-#include "reader/segments.h"
 #include "report/report.h"
 #include "scopes/scope_state.h"
 #include "scopes/symbols.h"
+#include "stf/stf_stream.h"
+#include "stf/stf_types.h"
 #include "store/basic_types.h"
 #include "store/tables.h"
-#include "types/stf_types.h"
 #include "types/type_state.h"
 #include "types/update_types.h"
 
 namespace scan695 {
-
-ScanState Scan;
 
 namespace {
 
@@ -44,7 +43,7 @@ void ReadModuleBegin() {
     char name[HEADER_NAME_SIZE] = {};
     ReadName(name, sizeof name);
     Trace("Mod begin=%s,", name);
-    IdentifyProcessor(name);
+    if (const char* cpu = IdentifyProcessor(name)) outCpu(cpu);
     SetProcessorSizes();
     char module_name[HEADER_NAME_SIZE] = {};
     ReadName(module_name, sizeof module_name);

@@ -7,9 +7,9 @@
 //     E2 D3 segment, size
 //     E2 C1/C2/C6/CD segment, value                 ignored
 //     E2 C3 name, E2 C5 name, numbers               ignored
+#include "input/cursor.h"
+#include "input/segments.h"
 #include "reader/parts.h"
-#include "reader/primitives.h"
-#include "reader/segments.h"
 #include "report/report.h"
 #include "store/records.h"
 

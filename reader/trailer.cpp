@@ -2,8 +2,8 @@
 //
 //     trailer      E2 C7 address [segment], or E2 C7 BE address [segment] BF: where the program
 //     starts module end   E1
+#include "input/cursor.h"
 #include "reader/parts.h"
-#include "reader/primitives.h"
 #include "report/report.h"
 #include "store/tables.h"
 

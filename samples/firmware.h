@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/object_builder.h"
+#include "builder/object_builder.h"
 
 namespace scan695::samples {
 

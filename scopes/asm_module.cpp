@@ -1,7 +1,7 @@
 #include "scopes/asm_module.h"
 
-#include "reader/primitives.h"
-#include "reader/segments.h"
+#include "input/cursor.h"
+#include "input/segments.h"
 #include "report/report.h"
 #include "scopes/scan_symbol.h"
 #include "store/records.h"

@@ -1,6 +1,6 @@
 #include "scopes/asn.h"
 
-#include "reader/primitives.h"
+#include "input/cursor.h"
 
 namespace scan695 {
 

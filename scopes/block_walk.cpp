@@ -1,14 +1,15 @@
 #include "scopes/block_walk.h"
 
-#include "reader/primitives.h"
-#include "reader/scan_state.h"
+#include "input/cursor.h"
+#include "input/scan_state.h"
 #include "report/report.h"
 #include "scopes/blocks.h"
 #include "scopes/lifetime_fixup.h"
 #include "scopes/scan_symbol.h"
 #include "scopes/scope_state.h"
-#include "scopes/stf_scope_records.h"
 #include "scopes/symbols.h"
+#include "stf/stf_scopes.h"
+#include "stf/stf_state.h"
 #include "store/tables.h"
 #include "types/cvt_type.h"
 

@@ -1,6 +1,6 @@
 #include "scopes/blocks.h"
 
-#include "scopes/stf_scope_records.h"
+#include "stf/stf_scopes.h"
 #include "store/tables.h"
 
 namespace scan695 {

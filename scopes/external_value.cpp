@@ -1,9 +1,9 @@
 #include "scopes/external_value.h"
 
-#include "reader/scan_state.h"
+#include "input/scan_state.h"
 #include "report/report.h"
 #include "scopes/scope_state.h"
-#include "store/name_index.h"
+#include "store/stored_names.h"
 
 namespace scan695 {
 

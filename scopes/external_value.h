@@ -12,8 +12,8 @@
 #include <string_view>
 #include <vector>
 
-#include "reader/primitives.h"
-#include "store/match_index.h"
+#include "base/match_index.h"
+#include "input/cursor.h"
 
 namespace scan695 {
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "reader/primitives.h"
+#include "input/cursor.h"
 
 namespace scan695 {
 

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
+#include "base/match_index.h"
 #include "store/chunk_file.h"
-#include "store/match_index.h"
 
 namespace scan695 {
 

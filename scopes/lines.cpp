@@ -1,8 +1,8 @@
 #include "scopes/lines.h"
 
-#include "reader/scan_state.h"
+#include "input/scan_state.h"
 #include "report/report.h"
-#include "scopes/stf_scope_records.h"
+#include "stf/stf_scopes.h"
 #include "store/records.h"
 #include "store/tables.h"
 

@@ -1,9 +1,9 @@
 #include "scopes/modules.h"
 
-#include "reader/scan_state.h"
+#include "input/scan_state.h"
 #include "report/report.h"
 #include "scopes/scope_state.h"
-#include "scopes/stf_scope_records.h"
+#include "stf/stf_scopes.h"
 #include "store/tables.h"
 
 namespace scan695 {

@@ -1,15 +1,15 @@
 #include "scopes/scan_lines.h"
 
-#include "reader/primitives.h"
-#include "reader/scan_state.h"
+#include "input/cursor.h"
+#include "input/scan_state.h"
 #include "report/report.h"
 #include "scopes/asn.h"
 #include "scopes/lines.h"
-#include "scopes/scope_state.h"
 #include "scopes/source_names.h"
 #include "scopes/stack_info.h"
-#include "scopes/stf_scope_records.h"
 #include "scopes/symbol_kinds.h"
+#include "stf/stf_scopes.h"
+#include "stf/stf_state.h"
 #include "store/tables.h"
 
 namespace scan695 {
@@ -128,10 +128,10 @@ void ScanLines() {
     ReadName(path, sizeof path);
     Trace("Source file=\"%s\"\n", path);
     const int32_t levels = TieToModule(path) ? 1 : 0;
-    Scopes.SourceDepth += levels;
+    StfRecords.SourceDepth += levels;
     for (int i = 0; i < NOF_DATE_NUMBERS; ++i) OptionalNumber();
     ReadSourceBody();
-    Scopes.SourceDepth -= levels;
+    StfRecords.SourceDepth -= levels;
 }
 
 }  // namespace scan695

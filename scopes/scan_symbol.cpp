@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "reader/primitives.h"
-#include "reader/scan_state.h"
+#include "input/cursor.h"
+#include "input/scan_state.h"
 #include "report/report.h"
 #include "scopes/lifetimes.h"
 #include "scopes/symbol_kinds.h"

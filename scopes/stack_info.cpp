@@ -2,7 +2,7 @@
 
 #include "report/report.h"
 #include "scopes/scope_state.h"
-#include "store/name_index.h"
+#include "store/stored_names.h"
 #include "store/tables.h"
 
 namespace scan695 {

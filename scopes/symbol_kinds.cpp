@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "reader/scan_state.h"
+#include "input/scan_state.h"
 #include "report/report.h"
 #include "scopes/asn.h"
 #include "scopes/conversions.h"

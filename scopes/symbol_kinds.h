@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "reader/primitives.h"
+#include "input/cursor.h"
 #include "store/records.h"
 
 namespace scan695 {

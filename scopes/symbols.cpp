@@ -2,7 +2,7 @@
 
 #include "report/report.h"
 #include "scopes/lifetime_fixup.h"
-#include "scopes/stf_symbols.h"
+#include "stf/stf_symbols.h"
 #include "store/tables.h"
 #include "types/type_state.h"
 

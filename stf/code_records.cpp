@@ -20,7 +20,6 @@ struct CodeEntry {
 
 struct CodeState {
     std::vector<CodeEntry> entries;
-    uint64_t bytes = 0;
 };
 CodeState Code;
 
@@ -72,11 +71,6 @@ void outCodeAdd(const CODEINFO& record, const uint8_t* bytes) {
     if (record.length == 0) return;
     Code.entries.push_back(
         {static_cast<int8_t>(record.mem_type), record.address, record.length, bytes});
-    Code.bytes += record.length;
-}
-
-uint64_t outCodeBytes() {
-    return Code.bytes;
 }
 
 void outCode() {

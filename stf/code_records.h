@@ -22,9 +22,6 @@ void outCodeStart();
 // must stay until outCode has run. No memory ends the run.
 void outCodeAdd(const CODEINFO& record, const uint8_t* bytes);
 
-// Bytes collected so far.
-uint64_t outCodeBytes();
-
 // Writes all records and frees the collection.
 void outCode();
 

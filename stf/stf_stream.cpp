@@ -4,8 +4,8 @@
 #include <cstring>
 #include <string>
 
-#include "platform/number_text.h"
-#include "platform/text_case.h"
+#include "base/number_text.h"
+#include "base/text_case.h"
 #include "report/report.h"
 
 namespace scan695 {

@@ -4,13 +4,12 @@
 #include <cstdlib>
 
 #include "report/report.h"
+#include "stf/stf_state.h"
 #include "stf/stf_stream.h"
 #include "store/records.h"
 #include "store/tables.h"
 
 namespace scan695 {
-
-StfTypeState StfTypes;
 
 namespace {
 
@@ -100,12 +99,12 @@ void outField(int32_t count, uint32_t field_offs) {
         SeekImage(field_offs, "outField seek error");
         FIELDINFO field = {};
         if (Store.FstImage.Read(&field, sizeof field) == 0) ReportAndStop("outField read error");
-        outBegin("Member", StfTypes.MemberCounter);
+        outBegin("Member", StfRecords.MemberCounter);
         outName("name", field.name_offs);
         outDec("value", static_cast<int32_t>(field.value));
         outType("type", field.type_index);
         outEnd();
-        ++StfTypes.MemberCounter;
+        ++StfRecords.MemberCounter;
     }
     SeekImage(position, "outField restoring");
 }

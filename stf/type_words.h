@@ -13,12 +13,6 @@ struct TypeAlias {
     uint32_t target;
 };
 
-// A run starts by assigning a new StfTypeState.
-struct StfTypeState {
-    int32_t MemberCounter = 0;  // number of the next Member record, over the whole file
-};
-extern StfTypeState StfTypes;
-
 // Adds a pair to the TypeAliasTable; of several for one number the first counts. 0, and the pair is
 // lost, when there is no memory.
 int AddTypeAlias(uint32_t number, uint32_t target);

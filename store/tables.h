@@ -22,6 +22,7 @@ struct StoreState {
     ChunkFile LineTable;          // LINEINFO, nof_lines
     ChunkFile TypeTable;          // TYPEINFO, nof_types
     ChunkFile CodeTable;          // CODEINFO and its bytes, nof_code; DebugMode only
+    uint64_t code_bytes = 0;      // of all chunks, without their heads
     ChunkFile MergedCodeFile;     // the same, merged in the post-processing
     ChunkFile FstImage;
 };

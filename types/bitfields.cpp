@@ -1,9 +1,9 @@
 #include "types/bitfields.h"
 
-#include "reader/primitives.h"
+#include "input/cursor.h"
 #include "report/report.h"
-#include "store/add_type.h"
 #include "store/tables.h"
+#include "store/type_records.h"
 #include "types/type_fields.h"
 #include "types/type_state.h"
 #include "types/type_table.h"

@@ -1,6 +1,6 @@
 // Definitions with lists: functions, structs and unions, enumerations; and bitfields, which lists
 // place.
-#include "platform/text_case.h"
+#include "base/text_case.h"
 #include "report/report.h"
 #include "store/tables.h"
 #include "types/bitfields.h"

@@ -1,6 +1,6 @@
 #include "types/cvt_type.h"
 
-#include "reader/scan_state.h"
+#include "input/scan_state.h"
 #include "report/report.h"
 #include "store/records.h"
 #include "store/tables.h"

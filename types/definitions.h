@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "reader/primitives.h"
-#include "types/scan_type.h"
+#include "input/cursor.h"
+#include "types/definition.h"
 #include "types/type_state.h"
 #include "types/type_table.h"
 

@@ -1,6 +1,6 @@
 #include "types/enum_items.h"
 
-#include "reader/primitives.h"
+#include "input/cursor.h"
 #include "report/report.h"
 #include "store/tables.h"
 #include "types/field_list.h"

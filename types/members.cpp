@@ -1,10 +1,10 @@
 #include "types/members.h"
 
-#include "reader/primitives.h"
+#include "input/cursor.h"
 #include "report/report.h"
 #include "types/bitfields.h"
+#include "types/definition.h"
 #include "types/field_list.h"
-#include "types/scan_type.h"
 #include "types/type_state.h"
 #include "types/type_table.h"
 

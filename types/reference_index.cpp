@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <functional>
 
-#include "store/add_type.h"
+#include "store/type_records.h"
 
 namespace scan695 {
 

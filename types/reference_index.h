@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "store/hash_index.h"
+#include "base/hash_index.h"
 #include "store/records.h"
 #include "types/type_fields.h"
 

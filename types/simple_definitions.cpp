@@ -1,5 +1,5 @@
 // Definitions over one other type: arrays, pointers, attributes, other names.
-#include "reader/scan_state.h"
+#include "input/scan_state.h"
 #include "report/report.h"
 #include "store/basic_types.h"
 #include "store/tables.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "reader/primitives.h"
+#include "input/cursor.h"
 #include "report/report.h"
 #include "types/type_state.h"
 #include "types/update_types.h"

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "store/hash_index.h"
+#include "base/hash_index.h"
 #include "store/records.h"
 
 namespace scan695 {

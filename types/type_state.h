@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "store/hash_index.h"
+#include "base/hash_index.h"
 #include "types/reference_index.h"
 #include "types/type_map.h"
 

@@ -1,8 +1,8 @@
 #include "types/type_table.h"
 
-#include "store/add_type.h"
 #include "store/basic_types.h"
 #include "store/tables.h"
+#include "store/type_records.h"
 #include "types/type_state.h"
 
 namespace scan695 {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "report/report.h"
-#include "store/add_type.h"
 #include "store/tables.h"
+#include "store/type_records.h"
 #include "types/type_fields.h"
 #include "types/type_state.h"
 

@@ -5,10 +5,10 @@
 #include <cstring>
 #include <sstream>
 
-#include "cli/inspector/json.h"
-#include "cli/inspector/reader.h"
-#include "cli/inspector/text.h"
-#include "cli/inspector/verify.h"
+#include "inspector/json.h"
+#include "inspector/reader.h"
+#include "inspector/text.h"
+#include "inspector/verify.h"
 #include "tests/cli/fst_parts.h"
 #include "tests/support/golden.h"
 #include "tests/support/samples.h"

@@ -9,7 +9,7 @@
 #include <set>
 #include <utility>
 
-#include "tests/support/convert.h"
+#include "harness/convert.h"
 
 namespace scan695::test {
 

@@ -1,7 +1,7 @@
 // The examples of docs/stf.md stand so in the STF files of the samples.
 #include <gtest/gtest.h>
 
-#include "tests/support/convert.h"
+#include "harness/convert.h"
 
 namespace scan695::test {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "harness/convert.h"
 #include "stf/stf_stream.h"
-#include "tests/support/convert.h"
 
 namespace scan695 {
 namespace {

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "driver/run.h"
+#include "input/scan_state.h"
 #include "reader/external_part.h"
-#include "reader/scan_state.h"
 #include "scopes/conversions.h"
 #include "scopes/lifetime_fixup.h"
 #include "scopes/modules.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/object_builder.h"
+#include "builder/object_builder.h"
 
 namespace scan695::test {
 

@@ -6,8 +6,8 @@
 
 #include <csignal>
 
+#include "harness/in_process.h"
 #include "tests/faults/hooks.h"
-#include "tests/support/in_process.h"
 #include "tests/support/samples.h"
 
 namespace scan695::test {

@@ -6,9 +6,9 @@
 
 #include <csignal>
 
+#include "builder/object_builder.h"
+#include "harness/in_process.h"
 #include "tests/faults/hooks.h"
-#include "tests/support/in_process.h"
-#include "tests/support/object_builder.h"
 #include "tests/support/samples.h"
 
 namespace scan695::test {

@@ -2,9 +2,9 @@
 // take no more memory as they go on.
 #include <gtest/gtest.h>
 
+#include "harness/in_process.h"
 #include "tests/faults/fatal_cases.h"
 #include "tests/faults/hooks.h"
-#include "tests/support/in_process.h"
 #include "tests/support/samples.h"
 
 namespace scan695::test {

@@ -2,7 +2,7 @@
 // ends well or with a message, and never with anything else.
 #include <gtest/gtest.h>
 
-#include "tests/support/in_process.h"
+#include "harness/in_process.h"
 #include "tests/support/samples.h"
 
 namespace scan695::test {

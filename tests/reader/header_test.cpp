@@ -3,9 +3,9 @@
 
 #include <cstring>
 
+#include "builder/object_builder.h"
+#include "harness/convert.h"
 #include "store/records.h"
-#include "tests/support/convert.h"
-#include "tests/support/object_builder.h"
 
 namespace scan695::test {
 namespace {

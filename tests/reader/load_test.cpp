@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "tests/support/convert.h"
-#include "tests/support/object_builder.h"
+#include "builder/object_builder.h"
+#include "harness/convert.h"
 
 namespace scan695::test {
 namespace {

@@ -1,8 +1,7 @@
-#include "reader/primitives.h"
-
 #include <gtest/gtest.h>
 
-#include "tests/support/object_builder.h"
+#include "builder/object_builder.h"
+#include "input/cursor.h"
 
 namespace scan695::test {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "tests/support/in_process.h"
-#include "tests/support/object_builder.h"
+#include "builder/object_builder.h"
+#include "harness/in_process.h"
 
 namespace scan695::test {
 

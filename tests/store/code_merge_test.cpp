@@ -1,5 +1,5 @@
 // The two passes that merge the code.
-#include "store/sort_passes.h"
+#include "fst/sort_passes.h"
 #include "tests/store/store_fixture.h"
 
 namespace scan695::test {

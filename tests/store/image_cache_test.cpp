@@ -1,6 +1,6 @@
 // The order in which the cache gives up its blocks, seen from outside: a read that the cache serves
 // leaves the position of the image alone.
-#include "store/image_cache.h"
+#include "fst/image_cache.h"
 
 #include "tests/store/store_fixture.h"
 

@@ -1,9 +1,9 @@
 // The passes on tables as a scan leaves them.
+#include "fst/filter.h"
+#include "fst/image_cache.h"
+#include "fst/sort_passes.h"
+#include "fst/symbol_size.h"
 #include "store/basic_types.h"
-#include "store/filter.h"
-#include "store/image_cache.h"
-#include "store/sort_passes.h"
-#include "store/symbol_size.h"
 #include "tests/store/store_fixture.h"
 
 namespace scan695::test {

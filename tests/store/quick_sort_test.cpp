@@ -1,5 +1,5 @@
 // The order of equal keys against the plain steps of the sort, and its speed on hard inputs.
-#include "store/quick_sort.h"
+#include "fst/quick_sort.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,8 +1,8 @@
 // AddRange against plain steps on an array, and the whole build.
 #include <algorithm>
 
-#include "store/add_range.h"
-#include "store/post_process.h"
+#include "fst/add_range.h"
+#include "fst/post_process.h"
 #include "tests/store/store_fixture.h"
 
 namespace scan695 {

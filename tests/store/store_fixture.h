@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "fst/working_arrays.h"
 #include "report/report.h"
 #include "store/tables.h"
-#include "store/working_arrays.h"
 
 namespace scan695::test {
 

@@ -6,7 +6,7 @@
 
 #include <cstdlib>
 
-#include "tests/support/convert.h"
+#include "harness/convert.h"
 
 namespace scan695::test {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/convert.h"
+#include "harness/convert.h"
 
 namespace scan695::test {
 

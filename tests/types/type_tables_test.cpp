@@ -3,9 +3,9 @@
 
 #include <vector>
 
-#include "store/add_type.h"
 #include "store/basic_types.h"
 #include "store/tables.h"
+#include "store/type_records.h"
 #include "types/bitfields.h"
 #include "types/type_state.h"
 #include "types/type_table.h"

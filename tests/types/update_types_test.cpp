@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "reader/primitives.h"
+#include "input/cursor.h"
 #include "report/report.h"
 #include "store/tables.h"
 #include "types/bitfields.h"

@@ -1,0 +1,7 @@
+#include "input/scan_state.h"
+
+namespace scan695 {
+
+ScanState Scan;
+
+}  // namespace scan695

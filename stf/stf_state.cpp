@@ -1,0 +1,7 @@
+#include "stf/stf_state.h"
+
+namespace scan695 {
+
+StfRecordState StfRecords;
+
+}  // namespace scan695

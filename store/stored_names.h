@@ -1,0 +1,48 @@
+// Stored names: reading one back from the image, and an index that tells whether any record of a
+// table has a given name. The index is brought up to date by its user, record by record in the
+// order of the table, so that it costs nothing where nobody asks.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "base/match_index.h"
+#include "store/records.h"
+#include "store/tables.h"
+
+namespace scan695 {
+
+struct StoredName {
+    char text[MAX_NAME_LENGTH + 1] = {};
+};
+
+// The name at an image offset; the position of the image stays. 0 for an offset outside the image.
+int ReadStoredName(uint32_t name_offs, StoredName& name);
+
+uint32_t HashName(std::string_view name);
+
+class NameIndex {
+  public:
+    // Takes in the records of the table that it does not hold yet, up to `count` in all. 0 when a
+    // name cannot be read back.
+    template <class Record>
+    int Update(ChunkFile& table, uint32_t count) {
+        for (; nof_records_ < count; ++nof_records_) {
+            Record record = {};
+            ReadRecord(table, nof_records_, record);
+            if (Add(record.name_offs) == 0) return 0;
+        }
+        return 1;
+    }
+    // True when a record taken in has exactly this name.
+    bool Contains(std::string_view name) const;
+
+  private:
+    static bool HasName(uint32_t name_offs, std::string_view name);
+    int Add(uint32_t name_offs);
+
+    MatchIndex offsets_;  // by hash of the name; equal names have one entry
+    uint32_t nof_records_ = 0;
+};
+
+}  // namespace scan695
