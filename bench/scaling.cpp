@@ -2,12 +2,8 @@
 // program is converted at one size and at twice that size, each several times in a process of its
 // own, and the best times are compared. Prints a table; the exit status is 1 when a ratio is above
 // its limit. The code image is compared with a plain copy of the STF file that it gives.
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -15,21 +11,15 @@
 #include <functional>
 #include <string>
 
+#include "bench/measure.h"
 #include "bench/programs.h"
-#include "include/scan695.h"
 
 namespace scan695::bench {
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
 
 constexpr int RUNS = 9;
-
-struct Cost {
-    double seconds = 1e9;
-    double megabytes = 0;
-};
 
 struct Case {
     const char* name;
@@ -39,32 +29,6 @@ struct Case {
     double limit;  // of the ratio of times
 };
 
-[[noreturn]] void ConvertAndExit(const fs::path& input, const fs::path& stf, bool debug) {
-    if (std::freopen("/dev/null", "w", stdout) == nullptr) std::_Exit(2);
-    std::_Exit(Convert(0, input.c_str(), stf.c_str(), debug ? 1 : 0) == nullptr ? 0 : 1);
-}
-
-// The best time of several runs of `work` in processes of their own.
-Cost Measure(const std::function<void()>& work) {
-    Cost best;
-    for (int run = 0; run < RUNS; ++run) {
-        std::fflush(stdout);
-        const Clock::time_point begin = Clock::now();
-        const pid_t child = fork();
-        if (child == 0) work();
-        int status = 0;
-        rusage usage = {};
-        if (wait4(child, &status, 0, &usage) != child || status != 0) {
-            std::fprintf(stderr, "a run failed\n");
-            std::exit(2);
-        }
-        const std::chrono::duration<double> time = Clock::now() - begin;
-        best.seconds = std::min(best.seconds, time.count());
-        best.megabytes = static_cast<double>(usage.ru_maxrss) / 1024;
-    }
-    return best;
-}
-
 class Bench {
   public:
     explicit Bench(fs::path directory) : directory_(std::move(directory)) {}
@@ -72,10 +36,10 @@ class Bench {
     bool RunCase(const Case& c) {
         const Cost half = ConvertProgram(c, c.size / 2);
         const Cost whole = ConvertProgram(c, c.size);
-        const double ratio = whole.seconds / half.seconds;
+        const double ratio = whole.wall_seconds / half.wall_seconds;
         std::printf("%-28s %9u %5s %8.3f s %8.3f s  ratio %.2f (at most %.1f)  %6.0f MB\n", c.name,
-                    c.size, c.debug ? "debug" : "", half.seconds, whole.seconds, ratio, c.limit,
-                    whole.megabytes);
+                    c.size, c.debug ? "debug" : "", half.wall_seconds, whole.wall_seconds, ratio,
+                    c.limit, whole.megabytes);
         std::fflush(stdout);
         return ratio <= c.limit;
     }
@@ -85,13 +49,14 @@ class Bench {
         const Cost convert = ConvertProgram(code, size);
         const fs::path copy = directory_ / "copy";
         const std::string command = "cat " + stf_.string() + " > " + copy.string();
-        const Cost floor = Measure([&] { std::_Exit(std::system(command.c_str()) == 0 ? 0 : 1); });
-        const double ratio = convert.seconds / floor.seconds;
+        const Cost floor =
+            Measure(RUNS, [&] { std::_Exit(std::system(command.c_str()) == 0 ? 0 : 1); });
+        const double ratio = convert.wall_seconds / floor.wall_seconds;
         const double image = static_cast<double>(size) / (1 << 20);
         std::printf(
             "code image of %.0f MB: %.3f s, copy of the STF file %.3f s, ratio %.2f (at most "
             "4.0); memory %.0f MB, %.2f times the image (at most 4.0)\n",
-            image, convert.seconds, floor.seconds, ratio, convert.megabytes,
+            image, convert.wall_seconds, floor.wall_seconds, ratio, convert.megabytes,
             convert.megabytes / image);
         return ratio <= 4 && convert.megabytes <= 4 * image;
     }
@@ -104,7 +69,7 @@ class Bench {
             file.write(reinterpret_cast<const char*>(bytes.data()),
                        static_cast<std::streamsize>(bytes.size()));
         }
-        return Measure([&] { ConvertAndExit(input_, stf_, c.debug); });
+        return Measure(RUNS, [&] { ConvertAndExit(input_, stf_, c.debug); });
     }
 
     fs::path directory_;
