@@ -6,7 +6,7 @@
 
 namespace scan695::bench {
 
-using namespace test;
+using namespace builder;
 
 namespace {
 
@@ -19,7 +19,7 @@ std::string Numbered(const char* stem, uint32_t number) {
 
 // Code of one segment at 0, so that module ranges are worked out.
 ObjectFile WithCode(ObjectFile file) {
-    file.segments = Segment(1, Memory::kCode, "TEXT", 0, 0x1000);
+    file.segments = Segment(1, Memory::CODE, "TEXT", 0, 0x1000);
     file.data = UseSegment(1) + Load(Times(16, {0x90}));
     file.trailer = BracketTrailer(0);
     return file;
@@ -124,7 +124,7 @@ Bytes CodeProgram(uint32_t size) {
     for (uint32_t i = 0; i < PIECE; ++i) piece += Bytes{static_cast<uint8_t>(i * 7 >> 3)};
     Bytes data = UseSegment(1);
     for (uint32_t done = 0; done < size; done += PIECE) data += Load(piece);
-    return Build({.segments = Segment(1, Memory::kCode, "TEXT", 0, size), .data = data});
+    return Build({.segments = Segment(1, Memory::CODE, "TEXT", 0, size), .data = data});
 }
 
 }  // namespace scan695::bench

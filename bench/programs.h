@@ -9,24 +9,24 @@
 namespace scan695::bench {
 
 // `count` types in blocks of `per_block`, every tenth referred to before it is defined.
-test::Bytes TypesProgram(uint32_t count, uint32_t per_block);
+builder::Bytes TypesProgram(uint32_t count, uint32_t per_block);
 
 // `count` global symbols in a module and `count` public symbols of other names.
-test::Bytes SymbolsProgram(uint32_t count);
+builder::Bytes SymbolsProgram(uint32_t count);
 
 // `count` assembler symbols, each with its public symbol.
-test::Bytes AsmSymbolsProgram(uint32_t count);
+builder::Bytes AsmSymbolsProgram(uint32_t count);
 
 // `count` stack adjust points over half as many functions.
-test::Bytes StackPointsProgram(uint32_t count);
+builder::Bytes StackPointsProgram(uint32_t count);
 
 // `count` lines in 200 modules, whose addresses follow one another or lie mixed line by line.
-test::Bytes LinesProgram(uint32_t count, bool interleaved);
+builder::Bytes LinesProgram(uint32_t count, bool interleaved);
 
 // `count` functions of 50 modules, their addresses interleaved.
-test::Bytes BlocksProgram(uint32_t count);
+builder::Bytes BlocksProgram(uint32_t count);
 
 // A code image of `size` bytes in load records of 64 KB.
-test::Bytes CodeProgram(uint32_t size);
+builder::Bytes CodeProgram(uint32_t size);
 
 }  // namespace scan695::bench

@@ -23,7 +23,7 @@ constexpr int RUNS = 9;
 
 struct Case {
     const char* name;
-    std::function<test::Bytes(uint32_t)> make;
+    std::function<builder::Bytes(uint32_t)> make;
     uint32_t size;  // of the larger program
     bool debug;
     double limit;  // of the ratio of times
@@ -64,7 +64,7 @@ class Bench {
   private:
     Cost ConvertProgram(const Case& c, uint32_t size) {
         {
-            const test::Bytes bytes = c.make(size);
+            const builder::Bytes bytes = c.make(size);
             std::ofstream file(input_, std::ios::binary);
             file.write(reinterpret_cast<const char*>(bytes.data()),
                        static_cast<std::streamsize>(bytes.size()));

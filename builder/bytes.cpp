@@ -5,7 +5,7 @@
 #include <iterator>
 #include <stdexcept>
 
-namespace scan695::test {
+namespace scan695::builder {
 
 void Bytes::Append(const uint8_t* bytes, size_t count) {
     std::copy_n(bytes, count, std::back_inserter(bytes_));
@@ -110,4 +110,4 @@ Bytes Hex(std::string_view text) {
     return bytes;
 }
 
-}  // namespace scan695::test
+}  // namespace scan695::builder

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-namespace scan695::test {
+namespace scan695::builder {
 
 class Bytes {
   public:
@@ -98,4 +98,4 @@ Bytes Hex(std::string_view text);
 // `count` times the same bytes.
 Bytes Times(size_t count, const Bytes& bytes);
 
-}  // namespace scan695::test
+}  // namespace scan695::builder

@@ -1,6 +1,6 @@
 #include "builder/memory_records.h"
 
-namespace scan695::test {
+namespace scan695::builder {
 
 Bytes Nn(const Num& index, const Text& name) {
     return Bytes{0xF0} + index + name;
@@ -61,4 +61,4 @@ Bytes BracketTrailer(const Num& address, const Num& segment) {
     return Bytes{0xE2, 0xC7, 0xBE} + address + segment + Bytes{0xBF};
 }
 
-}  // namespace scan695::test
+}  // namespace scan695::builder

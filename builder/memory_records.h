@@ -3,7 +3,7 @@
 
 #include "builder/bytes.h"
 
-namespace scan695::test {
+namespace scan695::builder {
 
 // F0: names an index.
 Bytes Nn(const Num& index, const Text& name);
@@ -17,16 +17,16 @@ Bytes Asn(const Num& index, const Num& value);
 
 // Attributes of the AD extension and environment parts.
 enum PartAttribute {
-    kFormatVersion = 37,  // major, minor
-    kFileFormat = 38,     // 1 absolute
-    kCaseSense = 39,      // 1 no
-    kMemoryModel = 40,    // 6 sets a model flag
-    kDateTime = 50,       // 1 to 6 numbers
-    kCommandLine = 51,    // a name
-    kLinkStatus = 52,     // 0 good, 1 warnings, 2 failed
-    kHost = 53,           // a number
-    kToolInfo = 54,       // 3 or 4 numbers
-    kComment = 55,        // a name
+    FORMAT_VERSION = 37,  // major, minor
+    FILE_FORMAT = 38,     // 1 absolute
+    CASE_SENSE = 39,      // 1 no
+    MEMORY_MODEL = 40,    // 6 sets a model flag
+    DATE_TIME = 50,       // 1 to 6 numbers
+    COMMAND_LINE = 51,    // a name
+    LINK_STATUS = 52,     // 0 good, 1 warnings, 2 failed
+    HOST = 53,            // a number
+    TOOL_INFO = 54,       // 3 or 4 numbers
+    COMMENT = 55,         // a name
 };
 
 // An NN record, 32 in the AD extension and 33 in the environment, with its attributes behind it.
@@ -42,7 +42,7 @@ Bytes EnvAttribute(PartAttribute kind, const More&... more) {
 }
 
 // Memory letter of a segment's type.
-enum class Memory { kCode, kConstants, kData, kNone };
+enum class Memory { CODE, CONSTANTS, DATA, NONE };
 
 // The four records of one segment: E6 with its letters and name, E7 without alignment, E2 D3 with
 // the size, E2 CC with the base.
@@ -61,4 +61,4 @@ Bytes LoadCounted(const Num& count, const Bytes& bytes);  // ED with another cou
 Bytes Trailer(const Num& address, const Num& segment = Absent());
 Bytes BracketTrailer(const Num& address, const Num& segment = Absent());
 
-}  // namespace scan695::test
+}  // namespace scan695::builder

@@ -1,8 +1,8 @@
 // A builder of object files: records in, bytes out. One include for all of it; namespace
-// scan695::test, library target object_builder. In short:
+// scan695::builder, library target object_builder. In short:
 //
 //   Build({.processor = "TRI",
-//          .segments = Segment(1, Memory::kCode, "TEXT", base, size),
+//          .segments = Segment(1, Memory::CODE, "TEXT", base, size),
 //          .debug = Bb1("M", NamedType(0x46, "pair", 0x100, def::Struct(4, {{"a", 16, 0}}))) +
 //                   Bb3("M", Bb4({.name = "main", .begin = 0x200, .end = 0x21F,
 //                                 .body = AutoVariable(0x47, "x", 16, -2)})),

@@ -2,7 +2,7 @@
 
 #include <iterator>
 
-namespace scan695::test {
+namespace scan695::builder {
 
 namespace {
 
@@ -47,4 +47,4 @@ uint32_t PartOffset(const ObjectFile& file, Part part) {
     return Offsets(file)[static_cast<size_t>(part)];
 }
 
-}  // namespace scan695::test
+}  // namespace scan695::builder

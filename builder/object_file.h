@@ -6,19 +6,10 @@
 
 #include "builder/bytes.h"
 
-namespace scan695::test {
+namespace scan695::builder {
 
 // The eight parts by the number of their ASW record.
-enum class Part {
-    kAdExtension,
-    kEnvironment,
-    kSegments,
-    kExternal,
-    kDebug,
-    kData,
-    kTrailer,
-    kModuleEnd
-};
+enum class Part { AD_EXTENSION, ENVIRONMENT, SEGMENTS, EXTERNAL, DEBUG, DATA, TRAILER, MODULE_END };
 
 // An empty part is absent: its offset is 0.
 struct ObjectFile {
@@ -38,9 +29,9 @@ struct ObjectFile {
     Bytes module_end = {0xE1};
 
     // Parts stand in this order in the file; one that is left out of it isn't written.
-    std::vector<Part> order = {Part::kAdExtension, Part::kEnvironment, Part::kSegments,
-                               Part::kExternal,    Part::kDebug,       Part::kData,
-                               Part::kTrailer,     Part::kModuleEnd};
+    std::vector<Part> order = {Part::AD_EXTENSION, Part::ENVIRONMENT, Part::SEGMENTS,
+                               Part::EXTERNAL,     Part::DEBUG,       Part::DATA,
+                               Part::TRAILER,      Part::MODULE_END};
     // Numbers to stand in ASW records in place of the true offsets.
     std::map<Part, Num> offsets = {};
     // If not empty, these bytes take the place of everything in front of the parts.
@@ -57,4 +48,4 @@ Bytes Build(const ObjectFile& file);
 // Where the part begins in the built file; 0 when it is absent.
 uint32_t PartOffset(const ObjectFile& file, Part part);
 
-}  // namespace scan695::test
+}  // namespace scan695::builder

@@ -2,7 +2,7 @@
 
 #include "builder/memory_records.h"
 
-namespace scan695::test {
+namespace scan695::builder {
 
 namespace {
 
@@ -25,8 +25,8 @@ Bytes FunctionHead(const FunctionBlock& block) {
 }  // namespace
 
 Bytes Block(uint8_t code, const Bytes& head, const Bytes& body, const Bytes& tail) {
-    constexpr size_t kFrame = 2 + 5 + 1;  // F8 and code, length, F9
-    const size_t length = kFrame + head.size() + body.size() + tail.size();
+    constexpr size_t FRAME = 2 + 5 + 1;  // F8 and code, length, F9
+    const size_t length = FRAME + head.size() + body.size() + tail.size();
     return Bytes{0xF8, code} + Wide(static_cast<uint32_t>(length), 4) + head + body + Bytes{0xF9} +
            tail;
 }
@@ -93,7 +93,7 @@ Bytes LifetimeMark(const Num& index, const Num& pc, const Num& storage, const Nu
 
 Bytes Lifetime(const Num& index, const Num& begin, const Num& end, uint32_t storage,
                const Num& address) {
-    return LifetimeMark(index, end, storage | kEndMark, address) +
+    return LifetimeMark(index, end, storage | END_MARK, address) +
            LifetimeMark(index, begin, storage, address);
 }
 
@@ -113,4 +113,4 @@ Bytes StackPoint(const Num& index, const Num& pc, const Num& adjust) {
     return Atn(index, 0, 64, 51, 2) + Asn(index, pc) + Asn(index, adjust);
 }
 
-}  // namespace scan695::test
+}  // namespace scan695::builder

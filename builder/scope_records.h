@@ -5,7 +5,7 @@
 
 #include "builder/bytes.h"
 
-namespace scan695::test {
+namespace scan695::builder {
 
 // NN indexes that run on through a debug part.
 class Indexes {
@@ -87,8 +87,8 @@ Bytes Misc(const Num& index, const Text& name, const Num& kind, const Num& code,
            const std::vector<Num>& values);
 
 // Behind a symbol, under its index. A lifetime mark has a nameless NN in front; `storage` is 1
-// auto, 2 register, 3 static, with kEndMark added at the end of a range.
-constexpr uint32_t kEndMark = 8;
+// auto, 2 register, 3 static, with END_MARK added at the end of a range.
+constexpr uint32_t END_MARK = 8;
 Bytes LifetimeMark(const Num& index, const Num& pc, const Num& storage, const Num& address,
                    const Num& memory = Absent());
 // Both marks of a range, the end mark first, as linkers write them.
@@ -103,4 +103,4 @@ Bytes AsmLine(const Num& index, const Num& number, const Num& address);
 // Kind 64, code 51: the stack stands adjusted by `adjust` from `pc` on.
 Bytes StackPoint(const Num& index, const Num& pc, const Num& adjust);
 
-}  // namespace scan695::test
+}  // namespace scan695::builder

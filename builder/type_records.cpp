@@ -2,7 +2,7 @@
 
 #include "builder/memory_records.h"
 
-namespace scan695::test {
+namespace scan695::builder {
 
 namespace {
 
@@ -92,4 +92,4 @@ Bytes NamedType(const Num& index, const Text& name, const Num& tk_index,
     return Nn(index, name) + TypeRecord(tk_index, index, definition);
 }
 
-}  // namespace scan695::test
+}  // namespace scan695::builder

@@ -7,7 +7,7 @@
 
 #include "builder/bytes.h"
 
-namespace scan695::test {
+namespace scan695::builder {
 
 // A type definition, or a reference when made from a number.
 struct TypeDef {
@@ -70,4 +70,4 @@ Bytes TypeRecord(const Num& tk_index, const Num& ident, const TypeDef& definitio
 // NN with the name, then the type record under the same index.
 Bytes NamedType(const Num& index, const Text& name, const Num& tk_index, const TypeDef& definition);
 
-}  // namespace scan695::test
+}  // namespace scan695::builder

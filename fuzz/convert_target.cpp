@@ -19,7 +19,7 @@ constexpr bool DEBUG = FUZZ_DEBUG_MODE != 0;
 
 // Where the files lie. Console output is thrown away.
 struct Workshop {
-    const std::filesystem::path directory = test::ScratchDirectory();
+    const std::filesystem::path directory = harness::ScratchDirectory();
     const std::filesystem::path input = directory / "t.abs";
     const std::filesystem::path stf = directory / "t.stf";
     const std::filesystem::path fst = directory / "T.FST";
@@ -50,15 +50,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace scan695::fuzz;
     static const Workshop files;
     if (RepeatsTooMuch(data, size)) return 0;
-    test::WriteWholeFile(files.input, {data, data + size});
+    harness::WriteWholeFile(files.input, {data, data + size});
     std::filesystem::remove(files.fst);
-    const int status = test::RunConvert(files.input, files.stf, DEBUG);
+    const int status = harness::RunConvert(files.input, files.stf, DEBUG);
     if (status != 0 && status != 1) Broken("status 0 or 1");
-    const std::string now = test::ReadWholeFile(files.input);
+    const std::string now = harness::ReadWholeFile(files.input);
     if (!std::equal(now.begin(), now.end(), data, data + size,
                     [](char a, uint8_t b) { return static_cast<uint8_t>(a) == b; }))
         Broken("the input stays");
-    if (status == 0 && !test::ReadWholeFile(files.stf).ends_with("\r\n"))
+    if (status == 0 && !harness::ReadWholeFile(files.stf).ends_with("\r\n"))
         Broken("a complete STF file");
     CheckFst(files, DEBUG && status == 0);
     return 0;

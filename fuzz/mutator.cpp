@@ -12,10 +12,10 @@ extern "C" size_t LLVMFuzzerMutate(uint8_t* data, size_t size, size_t max_size);
 namespace scan695::fuzz {
 namespace {
 
-using test::Bytes;
-using test::Num;
-using test::ObjectFile;
-using test::Part;
+using builder::Bytes;
+using builder::Num;
+using builder::ObjectFile;
+using builder::Part;
 using Records = std::vector<Record>;
 using Place = Records::difference_type;
 
@@ -105,10 +105,10 @@ void AddRecords(Random& random, Part part, Records& records) {
     const size_t block =
         Below(random, 16) == 0 ? Below(random, std::size(BY_BLOCK)) : BlockAround(records, place);
     const char* pattern = BY_PART[static_cast<size_t>(part)];
-    if (part == Part::kDebug) pattern = block < std::size(BY_BLOCK) ? BY_BLOCK[block] : "S";
+    if (part == Part::DEBUG) pattern = block < std::size(BY_BLOCK) ? BY_BLOCK[block] : "S";
     uint32_t index = Below(random, 2) == 0 ? 0x46 + Below(random, 4) : IndexBefore(records, place);
-    if (part == Part::kSegments) index = 1 + Below(random, 4);
-    if (part == Part::kExternal) index = 32 + Below(random, 8);
+    if (part == Part::SEGMENTS) index = 1 + Below(random, 4);
+    if (part == Part::EXTERNAL) index = 32 + Below(random, 8);
     records.insert(records.begin() + static_cast<Place>(place), Grow(random, pattern, index));
 }
 
@@ -129,14 +129,14 @@ void MutateRecords(Random& random, Part part, Records& records) {
 }
 
 Part RandomPart(Random& random) {
-    constexpr Part PARTS_TO_CHANGE[] = {Part::kDebug, Part::kDebug,    Part::kDebug,
-                                        Part::kData,  Part::kExternal, Part::kSegments};
-    return Below(random, 40) == 0 ? static_cast<Part>(Below(random, std::size(test::PARTS)))
+    constexpr Part PARTS_TO_CHANGE[] = {Part::DEBUG, Part::DEBUG,    Part::DEBUG,
+                                        Part::DATA,  Part::EXTERNAL, Part::SEGMENTS};
+    return Below(random, 40) == 0 ? static_cast<Part>(Below(random, std::size(builder::PARTS)))
                                   : PARTS_TO_CHANGE[Below(random, std::size(PARTS_TO_CHANGE))];
 }
 
 Bytes& Content(ObjectFile& file, Part part) {
-    return file.*test::PARTS[static_cast<size_t>(part)];
+    return file.*builder::PARTS[static_cast<size_t>(part)];
 }
 
 void MutatePart(Random& random, ObjectFile& file) {

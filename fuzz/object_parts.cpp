@@ -5,7 +5,7 @@
 
 namespace scan695::fuzz {
 
-using namespace scan695::test;
+using namespace scan695::builder;
 
 namespace {
 

@@ -13,7 +13,7 @@ using Record = std::vector<uint8_t>;
 
 // Turns bytes into what `Build` makes a file of, with the parts in their order and offsets that
 // will be right, whatever becomes of the parts. Gives false for bytes without a sound header.
-bool Split(const uint8_t* data, size_t size, test::ObjectFile& file);
+bool Split(const uint8_t* data, size_t size, builder::ObjectFile& file);
 
 // Cuts a part where a record code stands (a byte of E0 or more that is no part of a number or of
 // load data); joined, the records are the part.

@@ -90,10 +90,10 @@ std::string Expanded(Random& random, std::string_view pattern, const char* index
 
 }  // namespace
 
-test::Bytes Grow(Random& random, std::string_view pattern, uint32_t index) {
+builder::Bytes Grow(Random& random, std::string_view pattern, uint32_t index) {
     char hex[16];
     std::snprintf(hex, sizeof hex, index < 0x80 ? "%02X" : "84%08X", index);
-    return test::Hex(Expanded(random, pattern, hex));
+    return builder::Hex(Expanded(random, pattern, hex));
 }
 
 }  // namespace scan695::fuzz

@@ -18,6 +18,6 @@ inline uint32_t Below(Random& random, size_t limit) {
 
 // A pattern is text for `Hex` in which `i` stands for the index, and other letters, unless they are
 // digits or quoted, for one of their patterns in random_records.cpp, chosen at random.
-test::Bytes Grow(Random& random, std::string_view pattern, uint32_t index = 0);
+builder::Bytes Grow(Random& random, std::string_view pattern, uint32_t index = 0);
 
 }  // namespace scan695::fuzz

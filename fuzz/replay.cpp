@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
     std::sort(inputs.begin(), inputs.end());
     for (const fs::path& input : inputs) {
         std::fprintf(stderr, "%s\n", input.c_str());
-        const std::string bytes = scan695::test::ReadWholeFile(input);
+        const std::string bytes = scan695::harness::ReadWholeFile(input);
         LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
     }
     if (inputs.empty()) std::fprintf(stderr, "replay: no inputs\n");

@@ -18,7 +18,7 @@ extern "C" void __gcov_dump();
 static void __gcov_dump() {}
 #endif
 
-namespace scan695::test {
+namespace scan695::harness {
 
 namespace fs = std::filesystem;
 
@@ -110,4 +110,4 @@ std::string UnixLines(std::string text) {
     return lines;
 }
 
-}  // namespace scan695::test
+}  // namespace scan695::harness

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace scan695::test {
+namespace scan695::harness {
 
 struct Converted {
     int status = -1;      // exit status of the process; 128 + n for a signal
@@ -38,4 +38,4 @@ std::filesystem::path FstFileOf(const std::filesystem::path& input);
 // The text with CR LF turned into LF, for comparison with text in the tests.
 std::string UnixLines(std::string text);
 
-}  // namespace scan695::test
+}  // namespace scan695::harness

@@ -27,7 +27,7 @@ void __wrap_exit(int status) {
 }
 }
 
-namespace scan695::test {
+namespace scan695::harness {
 
 int RunConvert(const std::filesystem::path& input, const std::filesystem::path& stf, bool debug) {
     Converting = true;
@@ -70,4 +70,4 @@ Converted ConvertInProcess(const std::filesystem::path& input, const std::filesy
     return result;
 }
 
-}  // namespace scan695::test
+}  // namespace scan695::harness

@@ -6,7 +6,7 @@
 
 #include "harness/convert.h"
 
-namespace scan695::test {
+namespace scan695::harness {
 
 // Runs Convert and gives the status, 0 or that given to exit(). Console and files stay where they
 // are.
@@ -17,4 +17,4 @@ int RunConvert(const std::filesystem::path& input, const std::filesystem::path& 
 Converted ConvertInProcess(const std::filesystem::path& input, const std::filesystem::path& stf,
                            bool debug);
 
-}  // namespace scan695::test
+}  // namespace scan695::harness

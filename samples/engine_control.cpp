@@ -4,13 +4,13 @@
 
 namespace scan695::samples {
 
-using namespace test;
+using namespace builder;
 
 namespace {
 
-constexpr uint32_t kVoid = 0, kChar = 2, kUchar = 3, kShort = 4, kUshort = 5, kFloat = 10,
-                   kDouble = 11, kInt = 16, kUint = 17, kUlong = 26;
-constexpr uint32_t kConst = 1, kVolatile = 2;
+constexpr uint32_t VOID = 0, CHAR = 2, UCHAR = 3, SHORT = 4, USHORT = 5, FLOAT = 10, DOUBLE = 11,
+                   INT = 16, UINT = 17, ULONG = 26;
+constexpr uint32_t CONST = 1, VOLATILE = 2;
 
 // Data registers count from 0, address registers from 16.
 constexpr uint32_t D(uint32_t number) {
@@ -55,11 +55,11 @@ Target TriCore() {
 
 // Types that belong to no module.
 Bytes ProgramTypes() {
-    return Bb2("ENGCTL", NamedType(0x22, "real32", 0x100, def::Typedef(kFloat)) +
+    return Bb2("ENGCTL", NamedType(0x22, "real32", 0x100, def::Typedef(FLOAT)) +
                              NamedType(0x23, "bool_t", 0x101,
                                        def::Enum({{"FALSE", 0}, {"TRUE", 1}}, EnumSize(1))) +
                              NamedType(0x24, "span", 0x102,
-                                       def::Struct(8, {{"low", kFloat, 0}, {"high", kFloat, 4}})) +
+                                       def::Struct(8, {{"low", FLOAT, 0}, {"high", FLOAT, 4}})) +
                              NamedType(0x25, "span_t", 0x103, def::OtherTypedef(0x102)));
 }
 
@@ -67,7 +67,7 @@ Module StartUp() {
     return {.name = "boot/cstart.asm",
             .source = "",
             .code_segment = "text.cstart",
-            .kind = Module::kAssembled,
+            .kind = Module::ASSEMBLED,
             .functions = {{.name = "cstart",
                            .steps = {{25, 4},
                                      {26, 4},
@@ -103,37 +103,34 @@ Module Engine() {
                                                {"trim", def::Bitfield(1, 6), 5},
                                                {"warmup", def::Bitfield(0, 9), 11},
                                                {"fault", def::Bitfield(0, 12), 20}}));
-    const uint32_t tooth = m.Type("tooth", def::Struct(12, {{"time", kUlong, 0},
-                                                            {"period", kUint, 4},
-                                                            {"number", kUchar, 8},
-                                                            {"missing", kUchar, 9},
-                                                            {"spare", kUshort, 10}}));
-    const uint32_t tooth_pointer = m.Type("", def::LargePointer(def::Qualified(kConst, tooth)));
+    const uint32_t tooth = m.Type("tooth", def::Struct(12, {{"time", ULONG, 0},
+                                                            {"period", UINT, 4},
+                                                            {"number", UCHAR, 8},
+                                                            {"missing", UCHAR, 9},
+                                                            {"spare", USHORT, 10}}));
+    const uint32_t tooth_pointer = m.Type("", def::LargePointer(def::Qualified(CONST, tooth)));
     const uint32_t handler = m.Type("", def::LargePointer(0x106));
-    const uint32_t engine =
-        m.Type("engine", def::Struct(48, {{"state", state, 0},
-                                          {"flags", flags, 4},
-                                          {"speed", kFloat, 8},
-                                          {"position", kDouble, 16},
-                                          {"last", tooth_pointer, 24},
-                                          {"on_tooth", handler, 28},
-                                          {"load", def::Array(kShort, 7), 32}}));
+    const uint32_t engine = m.Type("engine", def::Struct(48, {{"state", state, 0},
+                                                              {"flags", flags, 4},
+                                                              {"speed", FLOAT, 8},
+                                                              {"position", DOUBLE, 16},
+                                                              {"last", tooth_pointer, 24},
+                                                              {"on_tooth", handler, 28},
+                                                              {"load", def::Array(SHORT, 7), 32}}));
     const uint32_t on_tooth =
-        m.Type("", def::Function({.returns = kInt, .parameters = {tooth_pointer, kUint}}));
+        m.Type("", def::Function({.returns = INT, .parameters = {tooth_pointer, UINT}}));
     const uint32_t run = m.Type("", def::Function({}));
-    const uint32_t timer = m.Type("", def::Qualified(kVolatile, kUint));
+    const uint32_t timer = m.Type("", def::Qualified(VOLATILE, UINT));
     const uint32_t filter =
-        m.Type("", def::Function({.returns = kFloat, .parameters = {kFloat, kFloat}}));
+        m.Type("", def::Function({.returns = FLOAT, .parameters = {FLOAT, FLOAT}}));
 
     m.functions = {
         {.name = "Filter",
          .type = filter,
          .steps = {{31, 4}, {32, 8}, {33, 4}, {34, 4}},
-         .locals = {{"old", kFloat, {{kRegister, D(4), 0, 2}}, true},
-                    {"now", kFloat, {{kRegister, D(5), 0, 3}}, true},
-                    {"mixed",
-                     kFloat,
-                     {{kRegister, D(15), 1, 3}, {kRegister, D(2), 3, Home::kEnd}}}},
+         .locals = {{"old", FLOAT, {{REGISTER, D(4), 0, 2}}, true},
+                    {"now", FLOAT, {{REGISTER, D(5), 0, 3}}, true},
+                    {"mixed", FLOAT, {{REGISTER, D(15), 1, 3}, {REGISTER, D(2), 3, Home::END}}}},
          .is_static = true},
         {.name = "OnTooth",
          .type = on_tooth,
@@ -150,19 +147,18 @@ Module Engine() {
                    {58, 8, "TorqueStep"},
                    {60, 4, "", 0},
                    {61, 2}},
-         .locals =
-             {{"t", tooth_pointer, {{kRegister, A(4), 0, 4}, {kRegister, A(12), 4, 10}}, true},
-              {"angle",
-               kUint,
-               {{kRegister, D(4), 0, 1}, {kStack, 12, 1, 7}, {kRegister, D(8), 7, 10}},
-               true},
-              {"result", kInt, {{kRegister, D(9), 3, 11}, {kRegister, D(2), 11, Home::kEnd}}}},
+         .locals = {{"t", tooth_pointer, {{REGISTER, A(4), 0, 4}, {REGISTER, A(12), 4, 10}}, true},
+                    {"angle",
+                     UINT,
+                     {{REGISTER, D(4), 0, 1}, {STACK, 12, 1, 7}, {REGISTER, D(8), 7, 10}},
+                     true},
+                    {"result", INT, {{REGISTER, D(9), 3, 11}, {REGISTER, D(2), 11, Home::END}}}},
          .inner = {{4,
                     9,
                     16,
-                    {{"ratio", kDouble, {{kStack, 0, 5, 8}}},
-                     {"i", kInt, {{kRegister, D(10), 4, 6}, {kRegister, D(10), 6, 9}}}}},
-                   {9, 10, 8, {{"limit", kFloat, {{kStack, 4}}}}}}},
+                    {{"ratio", DOUBLE, {{STACK, 0, 5, 8}}},
+                     {"i", INT, {{REGISTER, D(10), 4, 6}, {REGISTER, D(10), 6, 9}}}}},
+                   {9, 10, 8, {{"limit", FLOAT, {{STACK, 4}}}}}}},
         {.name = "main",
          .type = run,
          .stack = 8,
@@ -174,13 +170,13 @@ Module Engine() {
                    {77, 12},
                    {74, 6},
                    {80, 4, "", 0}},
-         .locals = {{"idle", kUlong, {{kStack, 4, 2, 5}, {kRegister, D(11), 5, 7}}},
-                    {"cold", kChar, {{kRegister, D(12), 3, Home::kOpen}}}}}};
+         .locals = {{"idle", ULONG, {{STACK, 4, 2, 5}, {REGISTER, D(11), 5, 7}}},
+                    {"cold", CHAR, {{REGISTER, D(12), 3, Home::OPEN}}}}}};
     m.variables = {{"engine", engine, 48, "bss.engine"},
                    {"teeth", m.Type("", def::Array(tooth, 3)), 48, "bss.engine"},
                    {"timer_low", timer, 4, "bss.engine"},
-                   {"speed_limit", kFloat, 4, "data.engine", Hex("00 80 D4 45")},
-                   {"idle_speed", kFloat, 4, "data.engine", Hex("00 00 48 44"), true}};
+                   {"speed_limit", FLOAT, 4, "data.engine", Hex("00 80 D4 45")},
+                   {"idle_speed", FLOAT, 4, "data.engine", Hex("00 00 48 44"), true}};
     return m;
 }
 
@@ -189,22 +185,22 @@ Module Torque() {
                 .source = "src/torque.c",
                 .code_segment = "text.torque",
                 .headers = {"inc/torque.h"}};
-    const uint32_t split = m.Type("split", def::Union(8, {{"exact", kDouble, 0},
-                                                          {"words", def::Array(kUint, 1), 0},
-                                                          {"bytes", def::Array(kUchar, 7), 0}}));
+    const uint32_t split = m.Type("split", def::Union(8, {{"exact", DOUBLE, 0},
+                                                          {"words", def::Array(UINT, 1), 0},
+                                                          {"bytes", def::Array(UCHAR, 7), 0}}));
     const uint32_t request =
-        m.Type("request", def::Struct(16, {{"source", kUchar, 0},
+        m.Type("request", def::Struct(16, {{"source", UCHAR, 0},
                                            {"priority", def::Bitfield(0, 3), 8},
                                            {"active", def::Bitfield(0, 1), 11},
                                            {"decay", def::Bitfield(1, 5), 12},
-                                           {"wanted", kFloat, 4},
+                                           {"wanted", FLOAT, 4},
                                            {"sum", split, 8}}));
     const uint32_t requests = m.Type("", def::Array(request, 2));
     const uint32_t request_pointer = m.Type("", def::LargePointer(request));
     const uint32_t alias = m.Type("request_t", def::Typedef(request));
     const uint32_t step =
-        m.Type("", def::Function({.returns = kFloat, .parameters = {request_pointer}}));
-    const uint32_t curve = m.Type("", def::Array(def::Array(kShort, 3), 3));
+        m.Type("", def::Function({.returns = FLOAT, .parameters = {request_pointer}}));
+    const uint32_t curve = m.Type("", def::Array(def::Array(SHORT, 3), 3));
     m.functions = {
         {.name = "TorqueStep",
          .type = step,
@@ -217,12 +213,11 @@ Module Torque() {
                    {24, 4},
                    {30, 8},
                    {31, 4, "", 0}},
-         .locals = {
-             {"r", request_pointer, {{kRegister, A(4), 0, 2}, {kRegister, A(15), 2, 6}}, true},
-             {"best", alias, {{kStack, 0}}},
-             {"torque",
-              kFloat,
-              {{kRegister, D(8), 1, 4}, {kStack, 4, 4, 6}, {kRegister, D(2), 6, Home::kEnd}}}}}};
+         .locals = {{"r", request_pointer, {{REGISTER, A(4), 0, 2}, {REGISTER, A(15), 2, 6}}, true},
+                    {"best", alias, {{STACK, 0}}},
+                    {"torque",
+                     FLOAT,
+                     {{REGISTER, D(8), 1, 4}, {STACK, 4, 4, 6}, {REGISTER, D(2), 6, Home::END}}}}}};
     m.variables = {{"requests", requests, 48, "bss.torque"},
                    {"spare_request", request, 16, "bss.torque", {}, true},
                    {"torque_map", curve, 32, "rodata.torque",
@@ -233,13 +228,13 @@ Module Torque() {
 
 Module Knock() {
     Module m = {.name = "KNOCK_C", .source = "src/knock.c", .code_segment = "text.knock"};
-    const uint32_t window = m.Type("window", def::Struct(8, {{"begin", kShort, 0},
-                                                             {"end", kShort, 2},
-                                                             {"gain", kUchar, 4},
-                                                             {"cylinder", kChar, 5},
-                                                             {"reserved", kUshort, 6}}));
-    const uint32_t any = m.Type("", def::LargePointer(def::PointerAttribute(3, kVoid, 1)));
-    const uint32_t level = m.Type("", def::Function({.returns = kUint}));
+    const uint32_t window = m.Type("window", def::Struct(8, {{"begin", SHORT, 0},
+                                                             {"end", SHORT, 2},
+                                                             {"gain", UCHAR, 4},
+                                                             {"cylinder", CHAR, 5},
+                                                             {"reserved", USHORT, 6}}));
+    const uint32_t any = m.Type("", def::LargePointer(def::PointerAttribute(3, VOID, 1)));
+    const uint32_t level = m.Type("", def::Function({.returns = UINT}));
     const uint32_t run = m.Type("", def::Function({}));
     m.functions = {
         {.name = "KnockInit", .type = run, .steps = {{15, 4}, {16, 8}, {17, 8}, {18, 2}}},
@@ -253,13 +248,13 @@ Module Knock() {
                    {28, 4},
                    {33, 6},
                    {34, 4, "", 0}},
-         .locals = {{"w", m.Type("", def::LargePointer(window)), {{kRegister, A(2), 1, 5}}},
-                    {"energy", kUint, {{kRegister, D(15), 1, 5}, {kRegister, D(2), 5, Home::kEnd}}},
-                    {"calls", kUlong, {}, false, "knock_calls"}}}};
+         .locals = {{"w", m.Type("", def::LargePointer(window)), {{REGISTER, A(2), 1, 5}}},
+                    {"energy", UINT, {{REGISTER, D(15), 1, 5}, {REGISTER, D(2), 5, Home::END}}},
+                    {"calls", ULONG, {}, false, "knock_calls"}}}};
     m.variables = {{"windows", m.Type("", def::Array(window, 3)), 32, "rodata.knock",
                     Hex("0A 00 3C 00 20 01 00 00 0A 00 3C 00 22 02 00 00 0C 00 40 00 20 03 00 00 "
                         "0A 00 3C 00 21 04 00 00")},
-                   {"knock_calls", kUlong, 4, "bss.knock", {}, true, true},
+                   {"knock_calls", ULONG, 4, "bss.knock", {}, true, true},
                    {"sensor_context", any, 4, "bss.knock"}};
     return m;
 }
@@ -267,36 +262,35 @@ Module Knock() {
 }  // namespace
 
 Bytes EngineControl() {
-    return Link(
-        {.target = TriCore(),
-         .name = "ENGCTL",
-         .segments = {{"text.cstart", Memory::kCode, 0xA0000200},
-                      {"text.engine", Memory::kCode},
-                      {"text.torque", Memory::kCode},
-                      {"text.knock", Memory::kCode},
-                      {"rodata.torque", Memory::kConstants, 0xA0001000},
-                      {"rodata.knock", Memory::kConstants},
-                      {"erased", Memory::kConstants, Segment::kBehind, {0xFF}, 96},
-                      {"bss.engine", Memory::kData, 0xD0000000},
-                      {"bss.torque", Memory::kData},
-                      {"bss.knock", Memory::kData},
-                      {"data.engine", Memory::kData, 0xD0000400},
-                      {"heap", Memory::kData, Segment::kBehind, {0xDE, 0xAD, 0xBE, 0xEF}, 24},
-                      {"inttab", Memory::kCode, 0xA0000000}},
-         .modules = {StartUp(), Engine(), Torque(), Knock()},
-         .vector_segment = "inttab",
-         .vector_size = 32,
-         .vectors = {{0, 1, "cstart"}, {1, 6, "trap_hang"}, {7, 1, "OnTooth"}},
-         .labels = {{"_START", "cstart", 0, 20}},
-         .more_debug = ProgramTypes(),
-         .ad_attributes = AdAttribute(kFormatVersion, 1, 3) + AdAttribute(kFileFormat, 1) +
-                          AdAttribute(kCaseSense, 2),
-         .environment_attributes = EnvAttribute(kDateTime, 2004, 11, 3, 16, 42, 10) +
-                                   EnvAttribute(kCommandLine) + Bytes(Text("-e ENGCTL.lsl")) +
-                                   EnvAttribute(kLinkStatus, 0) +
-                                   EnvAttribute(kToolInfo, 1810, 2, 5, 1) + EnvAttribute(kComment) +
-                                   Bytes(Text("release build")),
-         .trailer = Trailer(0xA0000200)});
+    return Link({.target = TriCore(),
+                 .name = "ENGCTL",
+                 .segments = {{"text.cstart", Memory::CODE, 0xA0000200},
+                              {"text.engine", Memory::CODE},
+                              {"text.torque", Memory::CODE},
+                              {"text.knock", Memory::CODE},
+                              {"rodata.torque", Memory::CONSTANTS, 0xA0001000},
+                              {"rodata.knock", Memory::CONSTANTS},
+                              {"erased", Memory::CONSTANTS, Segment::BEHIND, {0xFF}, 96},
+                              {"bss.engine", Memory::DATA, 0xD0000000},
+                              {"bss.torque", Memory::DATA},
+                              {"bss.knock", Memory::DATA},
+                              {"data.engine", Memory::DATA, 0xD0000400},
+                              {"heap", Memory::DATA, Segment::BEHIND, {0xDE, 0xAD, 0xBE, 0xEF}, 24},
+                              {"inttab", Memory::CODE, 0xA0000000}},
+                 .modules = {StartUp(), Engine(), Torque(), Knock()},
+                 .vector_segment = "inttab",
+                 .vector_size = 32,
+                 .vectors = {{0, 1, "cstart"}, {1, 6, "trap_hang"}, {7, 1, "OnTooth"}},
+                 .labels = {{"_START", "cstart", 0, 20}},
+                 .more_debug = ProgramTypes(),
+                 .ad_attributes = AdAttribute(FORMAT_VERSION, 1, 3) + AdAttribute(FILE_FORMAT, 1) +
+                                  AdAttribute(CASE_SENSE, 2),
+                 .environment_attributes =
+                     EnvAttribute(DATE_TIME, 2004, 11, 3, 16, 42, 10) + EnvAttribute(COMMAND_LINE) +
+                     Bytes(Text("-e ENGCTL.lsl")) + EnvAttribute(LINK_STATUS, 0) +
+                     EnvAttribute(TOOL_INFO, 1810, 2, 5, 1) + EnvAttribute(COMMENT) +
+                     Bytes(Text("release build")),
+                 .trailer = Trailer(0xA0000200)});
 }
 
 }  // namespace scan695::samples

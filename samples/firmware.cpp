@@ -7,12 +7,12 @@
 
 namespace scan695::samples {
 
-using namespace test;
+using namespace builder;
 
 namespace {
 
-constexpr uint32_t kLabelType = 0x0F;
-constexpr uint32_t kGlobalAttribute = 19;
+constexpr uint32_t LABEL_TYPE = 0x0F;
+constexpr uint32_t GLOBAL_ATTRIBUTE = 19;
 
 // The compiler's half: a module's debug blocks, under indexes that run on through the program.
 class Debug {
@@ -22,8 +22,8 @@ class Debug {
     Bytes Part() {
         Bytes part = Bb10(program_.name, {}) + program_.more_debug;
         for (const Module& module : program_.modules) {
-            if (module.kind == Module::kCompiled) part += Compiled(module);
-            if (module.kind == Module::kAssembled) part += Assembled(module);
+            if (module.kind == Module::COMPILED) part += Compiled(module);
+            if (module.kind == Module::ASSEMBLED) part += Assembled(module);
         }
         return part;
     }
@@ -42,7 +42,7 @@ class Debug {
             const uint32_t address =
                 layout_.StepAddress(FindFunction(module, label.function), label.step);
             const uint32_t index = next_();
-            body += Nn(index, label.name) + Atn(index, kLabelType, kGlobalAttribute) +
+            body += Nn(index, label.name) + Atn(index, LABEL_TYPE, GLOBAL_ATTRIBUTE) +
                     label.numbers + Asn(index, address);
         }
         for (const Function& function : module.functions) {
@@ -69,7 +69,7 @@ class Debug {
             const uint32_t size = layout_.ModuleShare(module.name, segment.name);
             if (size == 0) continue;
             const bool is_code = segment.name == module.code_segment;
-            const uint32_t kind = is_code ? 0 : segment.memory == Memory::kConstants ? 5 : 2;
+            const uint32_t kind = is_code ? 0 : segment.memory == Memory::CONSTANTS ? 5 : 2;
             sections += Bb11({.name = segment.name,
                               .kind = kind,
                               .segment = layout_.SegmentNumber(segment.name),
@@ -107,7 +107,7 @@ class Debug {
                                .stack = function.stack,
                                .type = function.type,
                                .begin = layout_.StepAddress(function, 0),
-                               .end = layout_.StepAddress(function, Home::kEnd) - 1};
+                               .end = layout_.StepAddress(function, Home::END) - 1};
         for (const Inner& inner : function.inner) {
             const uint32_t begin = layout_.StepAddress(function, inner.from);
             const uint32_t end = layout_.StepAddress(function, inner.to) - 1;
@@ -127,7 +127,7 @@ class Debug {
             records += Head(local, index);
             // Linkers write the marks with falling addresses.
             for (auto home = local.homes.rbegin(); home != local.homes.rend(); ++home) {
-                if (home->from != Home::kThroughout) records += Marks(function, *home, index);
+                if (home->from != Home::THROUGHOUT) records += Marks(function, *home, index);
             }
             if (local.parameter) records += ParameterMark(index);
         }
@@ -139,7 +139,7 @@ class Debug {
             return StaticVariable(index, local.name, local.type, layout_.Address(local.variable));
         }
         const Home& first = local.homes.front();
-        if (first.place == kStack) return AutoVariable(index, local.name, local.type, first.value);
+        if (first.place == STACK) return AutoVariable(index, local.name, local.type, first.value);
         if (program_.target.living_registers) {
             return LivingRegister(index, local.name, local.type, first.value);
         }
@@ -148,7 +148,7 @@ class Debug {
 
     Bytes Marks(const Function& function, const Home& home, uint32_t index) const {
         const uint32_t begin = layout_.StepAddress(function, home.from);
-        if (home.to == Home::kOpen) return LifetimeMark(index, begin, int{home.place}, home.value);
+        if (home.to == Home::OPEN) return LifetimeMark(index, begin, int{home.place}, home.value);
         return Lifetime(index, begin, layout_.StepAddress(function, home.to), home.place,
                         home.value);
     }
@@ -181,13 +181,13 @@ Bytes Externals(const Program& program, const Layout& layout) {
     const Num code = program.target.code_memory_id;
     for (const Module& module : program.modules) {
         for (const Function& function : module.functions) {
-            if (function.is_static || module.kind == Module::kAssembled) continue;
-            part += PublicSymbol(next(), "_" + function.name, kLabelType, kGlobalAttribute,
+            if (function.is_static || module.kind == Module::ASSEMBLED) continue;
+            part += PublicSymbol(next(), "_" + function.name, LABEL_TYPE, GLOBAL_ATTRIBUTE,
                                  layout.Address(function.name), code);
         }
         for (const Variable& variable : module.variables) {
             if (variable.is_static || variable.in_function) continue;
-            part += PublicSymbol(next(), "_" + variable.name, 0, kGlobalAttribute,
+            part += PublicSymbol(next(), "_" + variable.name, 0, GLOBAL_ATTRIBUTE,
                                  layout.Address(variable.name));
         }
     }

@@ -12,10 +12,10 @@
 
 namespace scan695::samples {
 
-using test::Bytes;
-using test::Memory;
-using test::Num;
-using test::TypeDef;
+using builder::Bytes;
+using builder::Memory;
+using builder::Num;
+using builder::TypeDef;
 
 // What a machine's code looks like; the instructions fill the bytes between calls and returns.
 struct Target {
@@ -39,19 +39,19 @@ struct Step {
     int stack = -1;
 };
 
-enum Place { kStack = 1, kRegister = 2, kFixed = 3 };
+enum Place { STACK = 1, REGISTER = 2, FIXED = 3 };
 
 // Where a variable lives from the begin of one step to the begin of another. Without steps it lives
 // there throughout and has no lifetime records.
 struct Home {
     Place place;
     uint32_t value;  // register, or offset in the frame
-    int from = kThroughout;
-    int to = kEnd;
+    int from = THROUGHOUT;
+    int to = END;
 
-    static constexpr int kThroughout = -1;
-    static constexpr int kEnd = -2;   // up to the function's end
-    static constexpr int kOpen = -3;  // no end mark
+    static constexpr int THROUGHOUT = -1;
+    static constexpr int END = -2;   // up to the function's end
+    static constexpr int OPEN = -3;  // no end mark
 };
 
 struct Local {
@@ -99,12 +99,12 @@ struct AsmLabel {
 };
 
 struct Module {
-    enum Kind { kCompiled, kAssembled, kLibrary };  // a library has public symbols only
+    enum Kind { COMPILED, ASSEMBLED, LIBRARY };  // a library has public symbols only
 
     std::string name;
     std::string source;
     std::string code_segment;
-    Kind kind = kCompiled;
+    Kind kind = COMPILED;
     std::vector<std::string> headers = {};
     std::vector<std::pair<std::string, TypeDef>> types = {};
     std::vector<Function> functions = {};
@@ -119,11 +119,11 @@ struct Module {
 struct Segment {
     std::string name;
     Memory memory;
-    int64_t base = kBehind;
+    int64_t base = BEHIND;
     Bytes fill = {};  // these bytes again and again take the place of contents
     uint32_t fill_count = 0;
 
-    static constexpr int64_t kBehind = -1;  // behind the segment in front
+    static constexpr int64_t BEHIND = -1;  // behind the segment in front
 };
 
 struct Vector {

@@ -3,12 +3,12 @@
 
 namespace scan695::samples {
 
-using namespace test;
+using namespace builder;
 
 namespace {
 
-constexpr uint32_t kVoid = 0, kChar = 2, kUchar = 3, kUshort = 5, kUlong = 7, kFloat = 10,
-                   kInt = 16, kUint = 17;
+constexpr uint32_t VOID = 0, CHAR = 2, UCHAR = 3, USHORT = 5, ULONG = 7, FLOAT = 10, INT = 16,
+                   UINT = 17;
 
 Bytes LowFirst(uint8_t code, uint32_t value) {
     return {code, static_cast<uint8_t>(value), static_cast<uint8_t>(value >> 8)};
@@ -45,7 +45,7 @@ Module StartUp() {
     return {.name = "START_ASM",
             .source = "",
             .code_segment = "START_CODE",
-            .kind = Module::kAssembled,
+            .kind = Module::ASSEMBLED,
             .functions = {{.name = "start",
                            .steps = {{18, 1},
                                      {19, 4},
@@ -75,17 +75,17 @@ Module Injection() {
         m.Type("state", def::Enum({{"CRANKING", 1}, {"RUNNING", 2}, {"OVERRUN", 4}}, EnumSize(2)));
     const uint32_t cylinder =
         m.Type("cylinder", def::Struct(14, {{"flags", flags, 0},
-                                            {"spare", kChar, 3},
-                                            {"open_angle", kUint, 4},
-                                            {"pulse", kUint, 6},
-                                            {"table", def::LargePointer(kUshort), 8},
+                                            {"spare", CHAR, 3},
+                                            {"open_angle", UINT, 4},
+                                            {"pulse", UINT, 6},
+                                            {"table", def::LargePointer(USHORT), 8},
                                             {"next", def::SmallPointer(0x102), 12}}));
     const uint32_t bank = m.Type("", def::Array(cylinder, 3));
     const uint32_t run = m.Type("", def::Function({}));
     const uint32_t pulse =
-        m.Type("", def::Function({.returns = kUint, .parameters = {state, kUint}}));
+        m.Type("", def::Function({.returns = UINT, .parameters = {state, UINT}}));
     const uint32_t cylinder_pointer = m.Type("", def::SmallPointer(cylinder));
-    const uint32_t port = m.Type("", def::Qualified(2, kUchar));
+    const uint32_t port = m.Type("", def::Qualified(2, UCHAR));
 
     m.functions = {
         {.name = "PulseWidth",
@@ -98,12 +98,11 @@ Module Injection() {
                    {38, 11},
                    {40, 8},
                    {41, 5, "", 0}},
-         .locals =
-             {{"now", state, {{kStack, 6}}, true},
-              {"load", kUint, {{kStack, 4, 0, 1}, {kRegister, 0x1C, 1, 5}}, true},
-              {"width",
-               kUlong,
-               {{kRegister, 0x24, 3, 5}, {kStack, 0, 5, 6}, {kRegister, 0x1C, 6, Home::kEnd}}}},
+         .locals = {{"now", state, {{STACK, 6}}, true},
+                    {"load", UINT, {{STACK, 4, 0, 1}, {REGISTER, 0x1C, 1, 5}}, true},
+                    {"width",
+                     ULONG,
+                     {{REGISTER, 0x24, 3, 5}, {STACK, 0, 5, 6}, {REGISTER, 0x1C, 6, Home::END}}}},
          .is_static = true},
         {.name = "Schedule",
          .type = run,
@@ -115,10 +114,9 @@ Module Injection() {
                    {57, 7},
                    {54, 5},
                    {59, 4, "", 0}},
-         .locals = {{"c", cylinder_pointer, {{kRegister, 0x26, 1, 6}}},
-                    {"count", kUchar, {{kRegister, 0x30, 1, 6}}}},
-         .inner =
-             {{2, 5, 2, {{"width", kUint, {{kRegister, 0x1C, 3, 4}, {kRegister, 0x28, 4, 5}}}}}}},
+         .locals = {{"c", cylinder_pointer, {{REGISTER, 0x26, 1, 6}}},
+                    {"count", UCHAR, {{REGISTER, 0x30, 1, 6}}}},
+         .inner = {{2, 5, 2, {{"width", UINT, {{REGISTER, 0x1C, 3, 4}, {REGISTER, 0x28, 4, 5}}}}}}},
         {.name = "main",
          .type = run,
          .steps = {{70, 3},
@@ -129,12 +127,12 @@ Module Injection() {
                    {76, 2},
                    {73, 3},
                    {78, 1}},
-         .locals = {{"turns", kUint, {{kRegister, 0x2A, 2, Home::kEnd}}}}}};
+         .locals = {{"turns", UINT, {{REGISTER, 0x2A, 2, Home::END}}}}}};
     m.variables = {{"bank_a", bank, 56, "INJECT_DATA"},
                    {"engine_state", state, 2, "INJECT_DATA"},
                    {"injector_port", port, 1, "INJECT_DATA"},
-                   {"last_angle", kUint, 2, "INJECT_DATA", {}, true},
-                   {"pulse_table", m.Type("", def::Array(kUshort, 7)), 16, "INJECT_CONST",
+                   {"last_angle", UINT, 2, "INJECT_DATA", {}, true},
+                   {"pulse_table", m.Type("", def::Array(USHORT, 7)), 16, "INJECT_CONST",
                     Hex("40 06 20 08 00 0A E0 0B C0 0D A0 0F 80 11 60 13")}};
     return m;
 }
@@ -143,23 +141,22 @@ Module Sensors() {
     Module m = {
         .name = "SENSOR_C", .source = "C:\\INJTIMER\\SENSOR.C", .code_segment = "SENSOR_CODE"};
     const uint32_t reading =
-        m.Type("reading", def::Union(4, {{"raw", def::Array(kUint, 1), 0}, {"scaled", kFloat, 0}}));
+        m.Type("reading", def::Union(4, {{"raw", def::Array(UINT, 1), 0}, {"scaled", FLOAT, 0}}));
     const uint32_t run = m.Type("", def::Function({}));
-    const uint32_t load = m.Type("", def::Function({.returns = kUint}));
-    const uint32_t any = m.Type("", def::LargePointer(def::PointerAttribute(3, kVoid, 1)));
+    const uint32_t load = m.Type("", def::Function({.returns = UINT}));
+    const uint32_t any = m.Type("", def::LargePointer(def::PointerAttribute(3, VOID, 1)));
     m.functions = {
         {.name = "SensorInit", .type = run, .steps = {{14, 4}, {15, 6}, {16, 4}, {17, 1}}},
         {.name = "LoadFactor",
          .type = load,
          .stack = 4,
          .steps = {{25, 3, "", 4}, {26, 7}, {27, 6}, {28, 8}, {30, 4, "", 0}},
-         .locals = {{"pressure", reading, {{kStack, 0}}},
-                    {"samples", kInt, {{kRegister, 0x1C, 1, 3}, {kRegister, 0x2C, 3, 4}}},
-                    {"history", m.Type("", def::Array(kUint, 15)), {}, false, "history"}}}};
-    m.variables = {
-        {"history", m.Type("", def::Array(kUint, 15)), 32, "SENSOR_DATA", {}, true, true},
-        {"adc_result", reading, 4, "SENSOR_DATA"},
-        {"scratch_area", any, 4, "SENSOR_DATA", {}, true}};
+         .locals = {{"pressure", reading, {{STACK, 0}}},
+                    {"samples", INT, {{REGISTER, 0x1C, 1, 3}, {REGISTER, 0x2C, 3, 4}}},
+                    {"history", m.Type("", def::Array(UINT, 15)), {}, false, "history"}}}};
+    m.variables = {{"history", m.Type("", def::Array(UINT, 15)), 32, "SENSOR_DATA", {}, true, true},
+                   {"adc_result", reading, 4, "SENSOR_DATA"},
+                   {"scratch_area", any, 4, "SENSOR_DATA", {}, true}};
     return m;
 }
 
@@ -168,22 +165,22 @@ Module Sensors() {
 Bytes InjectionTimer() {
     return Link({.target = Model296(),
                  .name = "INJTIMER",
-                 .segments = {{"START_CODE", Memory::kCode, 0xFF2080},
-                              {"INJECT_CODE", Memory::kCode},
-                              {"SENSOR_CODE", Memory::kCode},
-                              {"INJECT_CONST", Memory::kConstants, 0xFF2400},
-                              {"FILL", Memory::kConstants, Segment::kBehind, {0xFF}, 112},
-                              {"INJECT_DATA", Memory::kData, 0x400},
-                              {"SENSOR_DATA", Memory::kData},
-                              {"RESERVED", Memory::kNone, 0xFF2018, {0x20}, 8},
-                              {"VECTORS", Memory::kCode, 0xFF2000}},
+                 .segments = {{"START_CODE", Memory::CODE, 0xFF2080},
+                              {"INJECT_CODE", Memory::CODE},
+                              {"SENSOR_CODE", Memory::CODE},
+                              {"INJECT_CONST", Memory::CONSTANTS, 0xFF2400},
+                              {"FILL", Memory::CONSTANTS, Segment::BEHIND, {0xFF}, 112},
+                              {"INJECT_DATA", Memory::DATA, 0x400},
+                              {"SENSOR_DATA", Memory::DATA},
+                              {"RESERVED", Memory::NONE, 0xFF2018, {0x20}, 8},
+                              {"VECTORS", Memory::CODE, 0xFF2000}},
                  .modules = {StartUp(), Injection(), Sensors()},
                  .vector_segment = "VECTORS",
                  .vector_size = 2,
                  .vectors = {{0, 4, "stray"}, {4, 1, "Schedule"}, {5, 1, "stray"}, {7, 1, "stray"}},
                  .labels = {{"_START", "start", 0, 20}},
-                 .ad_attributes = AdAttribute(kFormatVersion, 1, 2) + AdAttribute(kFileFormat, 1),
-                 .environment_attributes = EnvAttribute(kLinkStatus, 1) + EnvAttribute(kHost, 2),
+                 .ad_attributes = AdAttribute(FORMAT_VERSION, 1, 2) + AdAttribute(FILE_FORMAT, 1),
+                 .environment_attributes = EnvAttribute(LINK_STATUS, 1) + EnvAttribute(HOST, 2),
                  .trailer = Trailer(0xFF2080)});
 }
 

@@ -5,7 +5,7 @@
 
 namespace scan695::samples {
 
-using namespace test;
+using namespace builder;
 
 namespace {
 
@@ -40,8 +40,8 @@ uint32_t RepeatCount(const Cells& cells, size_t at, size_t period) {
 // Load records for one stretch without gaps: repeats of a byte or of an aligned word where they
 // pay, else up to 128 bytes each.
 Bytes LoadStretch(const Cells& cells) {
-    constexpr uint32_t kWorthwhile = 6;
-    constexpr size_t kRecord = 128;
+    constexpr uint32_t WORTHWHILE = 6;
+    constexpr size_t RECORD = 128;
     Bytes records;
     Bytes pending;
     const auto flush = [&] {
@@ -49,12 +49,12 @@ Bytes LoadStretch(const Cells& cells) {
         pending = {};
     };
     for (size_t at = 0; at < cells.size();) {
-        const size_t period = RepeatCount(cells, at, 1) >= 4 * kWorthwhile ? 1 : 4;
+        const size_t period = RepeatCount(cells, at, 1) >= 4 * WORTHWHILE ? 1 : 4;
         const bool fits = at % period == 0 && at + period <= cells.size();
         const uint32_t count = fits ? RepeatCount(cells, at, period) : 0;
-        if (count < kWorthwhile) {
+        if (count < WORTHWHILE) {
             pending += {*cells[at++]};
-            if (pending.size() == kRecord) flush();
+            if (pending.size() == RECORD) flush();
             continue;
         }
         flush();
@@ -91,7 +91,7 @@ uint32_t Layout::Address(const std::string& name) const {
 }
 
 uint32_t Layout::StepAddress(const Function& function, int step) const {
-    const size_t steps = step == Home::kEnd ? function.steps.size() : static_cast<size_t>(step);
+    const size_t steps = step == Home::END ? function.steps.size() : static_cast<size_t>(step);
     if (steps > function.steps.size()) Fail("step behind the end", function.name);
     uint32_t address = Address(function.name);
     for (size_t i = 0; i < steps; ++i) address += function.steps[i].bytes;
@@ -146,7 +146,7 @@ void Layout::PlaceSegments() {
             for (const uint8_t byte : segment.fill) images_[i].bytes.emplace_back(byte);
         }
         images_[i].base =
-            segment.base == Segment::kBehind ? behind : static_cast<uint32_t>(segment.base);
+            segment.base == Segment::BEHIND ? behind : static_cast<uint32_t>(segment.base);
         behind = images_[i].base + static_cast<uint32_t>(images_[i].bytes.size());
     }
 }
@@ -204,8 +204,8 @@ Bytes Layout::SegmentPart() const {
     Bytes part;
     for (size_t i = 0; i < images_.size(); ++i) {
         const samples::Segment& segment = program_.segments[i];
-        part += test::Segment(i + 1, segment.memory, segment.name, images_[i].base,
-                              images_[i].bytes.size());
+        part += builder::Segment(i + 1, segment.memory, segment.name, images_[i].base,
+                                 images_[i].bytes.size());
     }
     return part;
 }

@@ -15,7 +15,7 @@ class Layout {
     explicit Layout(const Program& program);
 
     uint32_t Address(const std::string& name) const;
-    // The begin of a step, Home::kEnd for the byte behind the function.
+    // The begin of a step, Home::END for the byte behind the function.
     uint32_t StepAddress(const Function& function, int step) const;
     uint32_t SegmentNumber(const std::string& segment) const;  // from 1
     // Bytes of a module's part of a segment.

@@ -1,9 +1,8 @@
 // The builder against bytes written by hand.
-#include "builder/object_builder.h"
-
-#include <gtest/gtest.h>
 
 #include <stdexcept>
+
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {

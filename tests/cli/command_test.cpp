@@ -164,7 +164,7 @@ TEST(Command, Help) {
 
 TEST(Command, Verify) {
     test::Sandbox sandbox;
-    const std::string sound = test::ReadWholeFile(test::TESTS / "cli/golden/sound.fst");
+    const std::string sound = harness::ReadWholeFile(test::TESTS / "cli/golden/sound.fst");
     sandbox.Write("SOUND.FST", sound);
     sandbox.Write("CUT.FST", sound.substr(0, sound.size() - 1));
     EXPECT_EQ(sandbox.Run({"fst", "SOUND.FST", "--verify"}).out, "");

@@ -63,7 +63,8 @@ TEST(Listing, IsGolden) {
 TEST(Samples, AreGolden) {
     for (const std::filesystem::path sample : test::SAMPLES) {
         const std::string golden = "cli/golden" / sample.stem();
-        const test::Converted result = test::ConvertBytes(test::SampleBytes(sample.c_str()), true);
+        const harness::Converted result =
+            harness::ConvertBytes(test::SampleBytes(sample.c_str()), true);
         test::ExpectGolden(result.stf, golden + ".stf");
         test::ExpectGolden(result.fst, golden + ".fst");
         test::ExpectGolden(Printed({result.fst.begin(), result.fst.end()}), golden + ".txt");

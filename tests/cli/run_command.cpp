@@ -9,7 +9,7 @@
 #include <set>
 #include <utility>
 
-#include "harness/convert.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 

@@ -1,7 +1,5 @@
 // The examples of docs/stf.md stand so in the STF files of the samples.
-#include <gtest/gtest.h>
-
-#include "harness/convert.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {

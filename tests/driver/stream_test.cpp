@@ -1,9 +1,8 @@
-#include <gtest/gtest.h>
 
 #include <string>
 
-#include "harness/convert.h"
 #include "stf/stf_stream.h"
+#include "tests/support/test.h"
 
 namespace scan695 {
 namespace {
@@ -12,7 +11,7 @@ namespace fs = std::filesystem;
 
 // Opens the stream on a file of its own and gives its path.
 fs::path OpenStream() {
-    const fs::path path = test::ScratchDirectory() / "t.stf";
+    const fs::path path = harness::ScratchDirectory() / "t.stf";
     outSetFileName(path.c_str());
     outOpen(144);
     return path;
@@ -32,7 +31,7 @@ TEST(StfStream, LineForms) {
     outComment("text");
     outEnd();
     outCloseFile();
-    const std::string text = test::ReadWholeFile(path);
+    const std::string text = harness::ReadWholeFile(path);
     EXPECT_EQ(text.substr(text.find("Line")),
               "Line.-5{\r\nname=\"C:\\\\a\\\"b\t\xE4\";\r\nn=-2147483648;\r\nzero=0;\r\nh=0x0;\r\n"
               "h=0xffffffff;\r\nh=0xabc0;\r\nw=asm;\r\nr=@Block.7;\r\n// text\r\n}\r\n");
@@ -54,7 +53,7 @@ TEST(StfStream, FlushAtThePayload) {
         EXPECT_EQ(Stf.position, end < payload ? end : end - payload);
         outEnd();
         outCloseFile();
-        EXPECT_TRUE(test::ReadWholeFile(path).ends_with(filler + "// " + last + "\r\n}\r\n"))
+        EXPECT_TRUE(harness::ReadWholeFile(path).ends_with(filler + "// " + last + "\r\n}\r\n"))
             << end;
     }
 }

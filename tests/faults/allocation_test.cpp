@@ -1,11 +1,11 @@
 // Every allocation of a conversion fails, one after the other, alone and with all that follow.
-#include <gtest/gtest.h>
 
 #include <regex>
 
 #include "harness/in_process.h"
 #include "tests/faults/hooks.h"
 #include "tests/support/samples.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {

@@ -29,17 +29,13 @@ const Bytes PUBLIC = Hex("E8 20 n'a' F1 C9 20 10 13");
 std::vector<FatalCase> TypeCases() {
     std::vector<FatalCase> cases = {
         {"Unexpected type ident at ", TYPES + "F2 82 01 00 CE 47"},
-        {"Unrecognized compound type at ", TYPES + "F2 81 FF CE 46", {5}, Part::kDebug, UPPER},
+        {"Unrecognized compound type at ", TYPES + "F2 81 FF CE 46", {5}, Part::DEBUG, UPPER},
         {UNEXPECTED, TYPES + "F2 82 01 00 CF", {5}},
         {UNEXPECTED, TYPES + "F2", {0xCE}},
         {UNEXPECTED, TYPES + "F3"},
         {UNEXPECTED, TYPES + "E5"},
-        {"Error: not enough memory\n",
-         TYPE + "'x' 08 00 00 05 83 10 FF FF",
-         {},
-         Part::kDebug,
-         NONE},
-        {"Unexpected end of file at ", TYPE + "'N'", {}, Part::kDebug, "%x\n", 1},
+        {"Error: not enough memory\n", TYPE + "'x' 08 00 00 05 83 10 FF FF", {}, Part::DEBUG, NONE},
+        {"Unexpected end of file at ", TYPE + "'N'", {}, Part::DEBUG, "%x\n", 1},
     };
     const struct {
         std::string message;
@@ -61,7 +57,7 @@ std::vector<FatalCase> TypeCases() {
         {"Invalid bitfield type encountered at ", "'g' 00"},
     };
     for (const auto& c : definitions)
-        cases.push_back({c.message, TYPE + c.bytes, {0xF9}, Part::kDebug, UPPER});
+        cases.push_back({c.message, TYPE + c.bytes, {0xF9}, Part::DEBUG, UPPER});
     return cases;
 }
 
@@ -81,7 +77,7 @@ const std::vector<FatalCase> SCOPE_CASES = {
     {UNEXPECTED, SYMBOL + "01 00 F1 CE 46 00 3E"},
     {"ASN:Unexpected record at ", SYMBOL + "03 00 E2 CF"},
     {"Unrecognized value at ", SYMBOL + "03 00 E2 CE 46"},
-    {"Not ASN record = f9 at ", SYMBOL + "3E 32 01 F9", {0, 0}, Part::kDebug, "%x\n", 1},
+    {"Not ASN record = f9 at ", SYMBOL + "3E 32 01 F9", {0, 0}, Part::DEBUG, "%x\n", 1},
     {"CvtTkStorageClass: unknown storage class encountered at ",
      SYMBOL + "01 00" + MARK,
      {0xF9, 0xF9}},
@@ -110,49 +106,49 @@ const std::vector<FatalCase> SCOPE_CASES = {
     {"Nesting too deep at ", Times(1000, Hex("F8 05 00 00")) + "F8 05 00", {}},
 };
 
-const Bytes RELOCATABLE = AdExtension(AdAttribute(kFileFormat, 2));
-const Bytes NOT_LINKED = Environment(EnvAttribute(kLinkStatus, 2));
+const Bytes RELOCATABLE = AdExtension(AdAttribute(FILE_FORMAT, 2));
+const Bytes NOT_LINKED = Environment(EnvAttribute(LINK_STATUS, 2));
 const Bytes NO_ROOM = Hex("E5 01 F7 84 7F FF FF FF ED 02 00 00");
 const std::string MEMORY = "Error: not enough memory\n";
 const std::string WIDE = "Numbers longer than 32 bits are not supported\n";
 const std::string DECLARE = "Unknown processor, please declare processor with /p\n";
 
 const std::vector<FatalCase> OTHER_CASES = {
-    {"Unrecognized value at ", PUBLIC + "E2 C9 20", {0xE2}, Part::kExternal},
-    {UNEXPECTED, Hex("E7"), {}, Part::kExternal},
-    {UNEXPECTED, Hex("E8 1F"), {}, Part::kExternal},
-    {UNEXPECTED, Hex("E8 20 n'a' F1 C8"), {}, Part::kExternal},
-    {UNEXPECTED, Hex("E8 20 n'a' F1 C9 20 10 15"), {0xE2}, Part::kExternal},
-    {WIDE, Hex("E2 C7 85 00 00 00 00 00"), {}, Part::kTrailer, NONE},
-    {UNEXPECTED, Hex("E8 20 n'a' F1 C9 21"), {}, Part::kExternal},
-    {UNEXPECTED, PUBLIC + "E2 C9 21", {}, Part::kExternal},
-    {UNEXPECTED, Hex("F0 20 00 F1 CE 21"), {}, Part::kAdExtension},
-    {UNEXPECTED, Hex("F0 20 00 F1 CE 20 00 29"), {}, Part::kAdExtension},
-    {UNEXPECTED, Hex("F0 20 00 E5 01"), {}, Part::kAdExtension},
-    {UNEXPECTED, Hex("F0 21 00 F1 CE 21 00 32"), {0xF9}, Part::kEnvironment},
-    {UNEXPECTED, Hex("E6 01 C1 C1"), {}, Part::kSegments},
-    {UNEXPECTED, Hex("E8"), {}, Part::kSegments},
-    {UNEXPECTED, Hex("E7 01 FB"), {}, Part::kSegments},
-    {UNEXPECTED, Hex("E2 D4"), {}, Part::kSegments},
-    {UNEXPECTED, Hex("E8"), {}, Part::kData},
-    {UNEXPECTED, Hex("E2 C7"), {}, Part::kData},
-    {UNEXPECTED, Hex("E5 01 E2 D1"), {}, Part::kData},
-    {UNEXPECTED, {0xED}, {0xED}, Part::kData},
-    {MEMORY, Hex("ED 84 80 00 00 00 01"), {}, Part::kData, NONE},
-    {UNEXPECTED, Hex("E2 C7 BE 10 E1"), {}, Part::kTrailer},
-    {UNEXPECTED, Hex("E2 C7 BF"), {}, Part::kTrailer},
-    {UNEXPECTED, Hex("E2 C7 BE"), {0xBF}, Part::kTrailer},
-    {UNEXPECTED, Hex("E2 C8"), {}, Part::kTrailer},
-    {UNEXPECTED, {0xE0}, {}, Part::kModuleEnd},
-    {MEMORY, NO_ROOM, {}, Part::kData, NONE},
-    {MEMORY, TYPE + "'x' 00 00 00 05 84 7F FF FF FF", {0xF9}, Part::kDebug, NONE},
-    {"/T.ABS is non-absolute TASKING IEEE-695 format\n", RELOCATABLE, {}, Part::kAdExtension, NONE},
-    {"/T.ABS was not linked successfully\n", NOT_LINKED, {}, Part::kEnvironment, NONE},
-    {"Unexpected end of file at ", Hex("E5 01 ED 7F"), Times(16, {7}), Part::kData, "%x\n", 17},
-    {"Unknown processor: z80\n", {0xE1}, {}, Part::kModuleEnd, NONE, 0, "z80"},
-    {"Unknown model: 296sa_\n", {0xE1}, {}, Part::kModuleEnd, NONE, 0, "296sa_"},
-    {DECLARE, {0xE1}, {}, Part::kModuleEnd, NONE, 0, ""},
-    {"/T.ABS not in TASKING IEEE-695 format\n", {0xE1}, {}, Part::kModuleEnd, NONE},
+    {"Unrecognized value at ", PUBLIC + "E2 C9 20", {0xE2}, Part::EXTERNAL},
+    {UNEXPECTED, Hex("E7"), {}, Part::EXTERNAL},
+    {UNEXPECTED, Hex("E8 1F"), {}, Part::EXTERNAL},
+    {UNEXPECTED, Hex("E8 20 n'a' F1 C8"), {}, Part::EXTERNAL},
+    {UNEXPECTED, Hex("E8 20 n'a' F1 C9 20 10 15"), {0xE2}, Part::EXTERNAL},
+    {WIDE, Hex("E2 C7 85 00 00 00 00 00"), {}, Part::TRAILER, NONE},
+    {UNEXPECTED, Hex("E8 20 n'a' F1 C9 21"), {}, Part::EXTERNAL},
+    {UNEXPECTED, PUBLIC + "E2 C9 21", {}, Part::EXTERNAL},
+    {UNEXPECTED, Hex("F0 20 00 F1 CE 21"), {}, Part::AD_EXTENSION},
+    {UNEXPECTED, Hex("F0 20 00 F1 CE 20 00 29"), {}, Part::AD_EXTENSION},
+    {UNEXPECTED, Hex("F0 20 00 E5 01"), {}, Part::AD_EXTENSION},
+    {UNEXPECTED, Hex("F0 21 00 F1 CE 21 00 32"), {0xF9}, Part::ENVIRONMENT},
+    {UNEXPECTED, Hex("E6 01 C1 C1"), {}, Part::SEGMENTS},
+    {UNEXPECTED, Hex("E8"), {}, Part::SEGMENTS},
+    {UNEXPECTED, Hex("E7 01 FB"), {}, Part::SEGMENTS},
+    {UNEXPECTED, Hex("E2 D4"), {}, Part::SEGMENTS},
+    {UNEXPECTED, Hex("E8"), {}, Part::DATA},
+    {UNEXPECTED, Hex("E2 C7"), {}, Part::DATA},
+    {UNEXPECTED, Hex("E5 01 E2 D1"), {}, Part::DATA},
+    {UNEXPECTED, {0xED}, {0xED}, Part::DATA},
+    {MEMORY, Hex("ED 84 80 00 00 00 01"), {}, Part::DATA, NONE},
+    {UNEXPECTED, Hex("E2 C7 BE 10 E1"), {}, Part::TRAILER},
+    {UNEXPECTED, Hex("E2 C7 BF"), {}, Part::TRAILER},
+    {UNEXPECTED, Hex("E2 C7 BE"), {0xBF}, Part::TRAILER},
+    {UNEXPECTED, Hex("E2 C8"), {}, Part::TRAILER},
+    {UNEXPECTED, {0xE0}, {}, Part::MODULE_END},
+    {MEMORY, NO_ROOM, {}, Part::DATA, NONE},
+    {MEMORY, TYPE + "'x' 00 00 00 05 84 7F FF FF FF", {0xF9}, Part::DEBUG, NONE},
+    {"/T.ABS is non-absolute TASKING IEEE-695 format\n", RELOCATABLE, {}, Part::AD_EXTENSION, NONE},
+    {"/T.ABS was not linked successfully\n", NOT_LINKED, {}, Part::ENVIRONMENT, NONE},
+    {"Unexpected end of file at ", Hex("E5 01 ED 7F"), Times(16, {7}), Part::DATA, "%x\n", 17},
+    {"Unknown processor: z80\n", {0xE1}, {}, Part::MODULE_END, NONE, 0, "z80"},
+    {"Unknown model: 296sa_\n", {0xE1}, {}, Part::MODULE_END, NONE, 0, "296sa_"},
+    {DECLARE, {0xE1}, {}, Part::MODULE_END, NONE, 0, ""},
+    {"/T.ABS not in TASKING IEEE-695 format\n", {0xE1}, {}, Part::MODULE_END, NONE},
 };
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "builder/object_builder.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 
@@ -13,7 +13,7 @@ struct FatalCase {
     std::string message;
     Bytes read;           // the part up to and including the last byte that is read
     Bytes rest = {0xF9};  // what follows
-    Part part = Part::kDebug;
+    Part part = Part::DEBUG;
     const char* format = "%x\n";  // of the offset
     uint32_t behind = 0;          // the offset given lies that far behind the last byte read
     Text processor = "80166";

@@ -1,5 +1,4 @@
 // Reads and writes that fail. Whatever happens, the input stays as it was.
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,6 +8,7 @@
 #include "harness/in_process.h"
 #include "tests/faults/hooks.h"
 #include "tests/support/samples.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {

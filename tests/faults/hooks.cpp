@@ -91,7 +91,7 @@ void* __wrap_realloc(void* memory, size_t size) {
 
 size_t __real_fread(void* buffer, size_t size, size_t count, std::FILE* file);
 size_t __wrap_fread(void* buffer, size_t size, size_t count, std::FILE* file) {
-    InterruptAt(Moment::kLoad);
+    InterruptAt(Moment::LOAD);
     const size_t read = __real_fread(buffer, size, count, file);
     return Inside && Faults.short_read && read > 0 ? read - 1 : read;
 }
@@ -112,7 +112,7 @@ int RealSaveAndFree(ChunkFile*,
 int SaveAndFree(ChunkFile* image,
                 std::FILE* file) __asm__("__wrap__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
 int SaveAndFree(ChunkFile* image, std::FILE* file) {
-    InterruptAt(Moment::kSave);
+    InterruptAt(Moment::SAVE);
     return RealSaveAndFree(image, file);
 }
 
@@ -124,8 +124,8 @@ int SaveAndFree(ChunkFile* image, std::FILE* file) {
         InterruptAt(moment);                     \
         Real##name();                            \
     }
-STEP(PostProcess, "_ZN7scan69511PostProcessEv", Moment::kPostProcess)
-STEP(Ranges, "_ZN7scan69515BuildRangeTableEv", Moment::kRanges)
+STEP(PostProcess, "_ZN7scan69511PostProcessEv", Moment::POST_PROCESS)
+STEP(Ranges, "_ZN7scan69515BuildRangeTableEv", Moment::RANGES)
 }
 
 void* operator new(size_t size) {

@@ -8,7 +8,7 @@
 namespace scan695::test {
 
 // Where an interrupt (SIGINT) comes.
-enum class Moment { kNever, kLoad, kPostProcess, kRanges, kSave };
+enum class Moment { NEVER, LOAD, POST_PROCESS, RANGES, SAVE };
 
 struct Hooks {
     uint64_t allocations = 0;  // of this run so far; stdio's own buffers are not among them
@@ -18,7 +18,7 @@ struct Hooks {
     uint64_t failing_seek = 0;
     bool all_behind_fail_too = false;
     bool short_read = false;  // the read of the input gives a byte less
-    Moment interrupt = Moment::kNever;
+    Moment interrupt = Moment::NEVER;
 };
 // Assigned by a test, for the runs that follow.
 extern Hooks Faults;

@@ -1,15 +1,14 @@
 // An interrupt is honoured in the post-processing of a debug run and nowhere else.
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 
-#include "builder/object_builder.h"
 #include "harness/in_process.h"
 #include "tests/faults/hooks.h"
 #include "tests/support/samples.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {
@@ -24,9 +23,9 @@ TEST(Interrupt, AtEachMoment) {
         bool debug;
         bool stops;
     } cases[] = {
-        {Moment::kLoad, false, false},      {Moment::kLoad, true, true},
-        {Moment::kPostProcess, true, true}, {Moment::kRanges, true, true},
-        {Moment::kSave, true, false},
+        {Moment::LOAD, false, false},       {Moment::LOAD, true, true},
+        {Moment::POST_PROCESS, true, true}, {Moment::RANGES, true, true},
+        {Moment::SAVE, true, false},
     };
     const fs::path directory = ScratchDirectory();
     WriteWholeFile(directory / "t.abs", SampleBytes("c166.abs"));

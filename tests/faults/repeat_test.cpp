@@ -1,11 +1,11 @@
 // Conversions one after the other in one process give what each gives in a process of its own, and
 // take no more memory as they go on.
-#include <gtest/gtest.h>
 
 #include "harness/in_process.h"
 #include "tests/faults/fatal_cases.h"
 #include "tests/faults/hooks.h"
 #include "tests/support/samples.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {

@@ -1,9 +1,9 @@
 // Damaged files: every truncation of the samples, every change of a byte near their start. Each run
 // ends well or with a message, and never with anything else.
-#include <gtest/gtest.h>
 
 #include "harness/in_process.h"
 #include "tests/support/samples.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {

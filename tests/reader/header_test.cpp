@@ -1,11 +1,9 @@
 // The module header, the gates, the segment part and the closing parts, through Convert.
-#include <gtest/gtest.h>
 
 #include <cstring>
 
-#include "builder/object_builder.h"
-#include "harness/convert.h"
 #include "store/records.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {
@@ -39,8 +37,8 @@ TEST(Header, Processors) {
         {"tricore2", cpu + "Tricore\";\n}\n", 13, 1, "ptr_size=4,"},
         {"296SA_E", "", 12, 3, "ptr_size=3,"},
         {"296sa_c7", "", 12, 1, "ptr_size=3,"},
-        {"296sa_e", "", 12, 1, "ptr_size=3,", AdExtension(AdAttribute(kMemoryModel, 2))},
-        {"80166", cpu + "C166\";\n}\n", 17, 3, "", AdExtension(AdAttribute(kMemoryModel, 6))},
+        {"296sa_e", "", 12, 1, "ptr_size=3,", AdExtension(AdAttribute(MEMORY_MODEL, 2))},
+        {"80166", cpu + "C166\";\n}\n", 17, 3, "", AdExtension(AdAttribute(MEMORY_MODEL, 6))},
     };
     for (const auto& c : cases) {
         const Converted result = ConvertBytes(
@@ -78,10 +76,10 @@ TEST(Header, Parts) {
          "Unexpected record at 11\n"},  // 2^32
         {header, Hex("E0 n'tri' n'p' EC 08 04 E2 D7 01 00"), "Unexpected record at c\n"},
         {header, Hex("E0 n'tri' n'p' EC 08 04 CD E2 D7 00 E2"), "Unexpected record at d\n"},
-        {extension, AdExtension(AdAttribute(kFileFormat, 1)), "     File format=1\n"},
-        {extension, AdExtension(AdAttribute(kCaseSense, 1)), "     Case sens=0\n"},
-        {environment, Environment(EnvAttribute(kLinkStatus, 1)), "linked with warning\n"},
-        {environment, Environment(EnvAttribute(kDateTime, 1, 2, 3, 4, 5, 6, 7)), ", 6 parts\n"},
+        {extension, AdExtension(AdAttribute(FILE_FORMAT, 1)), "     File format=1\n"},
+        {extension, AdExtension(AdAttribute(CASE_SENSE, 1)), "     Case sens=0\n"},
+        {environment, Environment(EnvAttribute(LINK_STATUS, 1)), "linked with warning\n"},
+        {environment, Environment(EnvAttribute(DATE_TIME, 1, 2, 3, 4, 5, 6, 7)), ", 6 parts\n"},
         {environment, Nn(33, "old") + Atn(9, 0, 55) + Bytes{0x90}, "     Comments=old\n"},
         {segments, segment + Hex("E6 02 C5 C1 D2 n'B' E6 03 C1 D3 C4 n'C' E6 04 C1 D3 n'D' E8"),
          letters},

@@ -1,19 +1,17 @@
 // The data part and the Code records that come of it.
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "builder/object_builder.h"
-#include "harness/convert.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {
 
 // Two code segments at 0x1000 and 0x1010, a data segment at 0x1000.
 Converted ConvertData(const Bytes& data) {
-    const Bytes segments = Segment(1, Memory::kCode, "TEXT", 0x1000, 16) +
-                           Segment(2, Memory::kCode, "MORE", 0x1010, 16) +
-                           Segment(3, Memory::kData, "DATA", 0x1000, 16);
+    const Bytes segments = Segment(1, Memory::CODE, "TEXT", 0x1000, 16) +
+                           Segment(2, Memory::CODE, "MORE", 0x1010, 16) +
+                           Segment(3, Memory::DATA, "DATA", 0x1000, 16);
     return ConvertBytes(Build({.segments = segments, .data = data}), true);
 }
 

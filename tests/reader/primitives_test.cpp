@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
 
-#include "builder/object_builder.h"
 #include "input/cursor.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {

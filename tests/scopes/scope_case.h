@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "builder/object_builder.h"
 #include "harness/in_process.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 

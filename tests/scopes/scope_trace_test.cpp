@@ -71,9 +71,9 @@ TEST(ScopeTrace, C166) {
                      PublicSymbol(33, "_reset", 0x0F, 19, 0, 6) +
                      PublicSymbol(34, "_k", 0, 16, 9, 9) + PublicSymbol(35, "d", 0x10, 8, 1) +
                      PublicSymbol(36, "_s", 0x10, 19, 2),
-         .segments = Segment(1, Memory::kNone, "VECTORS", 0, 4) +
-                     Segment(2, Memory::kNone, "FREE", 4, 4) +
-                     Segment(3, Memory::kCode, "CODE", 8, 4),
+         .segments = Segment(1, Memory::NONE, "VECTORS", 0, 4) +
+                     Segment(2, Memory::NONE, "FREE", 4, 4) +
+                     Segment(3, Memory::CODE, "CODE", 8, 4),
          .data = UseSegment(1) + Load({1, 2, 3, 4})},
         "scopes/golden/c166");
 }

@@ -2,11 +2,9 @@
 // environment writes them anew.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 
-#include "harness/convert.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "harness/convert.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 

@@ -1,7 +1,7 @@
 // Types of every kind through Convert: the whole STF text for each processor, the whole trace of
 // the debug part and the FST file for one; limits of a block of types.
-#include "builder/object_builder.h"
 #include "tests/support/golden.h"
+#include "tests/support/test.h"
 
 namespace scan695::test {
 namespace {
