@@ -1,21 +1,36 @@
-# Installation of the library, its header and the command, and the archives that `cpack` makes.
+# What is installed, in three components (runtime, development, command), and what `cpack` packs.
+# An installation can be moved: the command finds the library beside it, and the files for CMake and
+# pkg-config find the prefix from where they lie.
 include(CMakePackageConfigHelpers)
 
+set(config_directory ${CMAKE_INSTALL_LIBDIR}/cmake/scan695)
+set(doc_directory ${CMAKE_INSTALL_DATADIR}/doc)
+
 install(TARGETS scan695 EXPORT scan695Targets
-    PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-if(SCAN695_COMMAND)
-    install(TARGETS scan695_cli)
-endif()
-install(EXPORT scan695Targets NAMESPACE scan695:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/scan695)
+    RUNTIME COMPONENT runtime
+    LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE COMPONENT development
+    PUBLIC_HEADER DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+install(EXPORT scan695Targets NAMESPACE scan695:: DESTINATION ${config_directory}
+    COMPONENT development)
 configure_package_config_file(cmake/scan695Config.cmake.in scan695Config.cmake
-    INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/scan695)
+    INSTALL_DESTINATION ${config_directory})
 write_basic_package_version_file(scan695ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES
     ${CMAKE_CURRENT_BINARY_DIR}/scan695Config.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/scan695ConfigVersion.cmake
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/scan695)
+    DESTINATION ${config_directory} COMPONENT development)
 
-set(CPACK_GENERATOR TGZ)
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY ${PROJECT_DESCRIPTION})
-set(CPACK_PACKAGE_VENDOR "The scan695 developers")
-include(CPack)
+file(RELATIVE_PATH SCAN695_PC_PREFIX
+    /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
+configure_file(cmake/scan695.pc.in scan695.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/scan695.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+if(SCAN695_COMMAND)
+    file(RELATIVE_PATH to_library /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
+    set_target_properties(scan695_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${to_library}")
+    install(TARGETS scan695_cli COMPONENT command)
+endif()
+
+include(cmake/cpack.cmake)

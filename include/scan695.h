@@ -14,6 +14,16 @@
 
 #include <stdint.h>
 
+/*
+ * The version of this package, by the rules of semantic versioning over this header and the formats
+ * of the two files. The system's own version, which STF files name in their first record, is
+ * another number (1.44) and changes only with what the system writes.
+ */
+#define SCAN695_VERSION_MAJOR 1
+#define SCAN695_VERSION_MINOR 0
+#define SCAN695_VERSION_PATCH 0
+#define SCAN695_VERSION_STRING "1.0.0"
+
 #if defined(_WIN32)
 #if defined(SCAN695_BUILD)
 #define SCAN695_API __declspec(dllexport)
