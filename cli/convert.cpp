@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <optional>
 
+#include "cli/commands.h"
+#include "cli/complain.h"
 #include "cli/console.h"
 #include "cli/host.h"
 #include "cli/output.h"
@@ -134,7 +136,7 @@ int RunConversion(const ConvertOptions& options) {
                                  : options.out == "-" ? ConsoleTarget::STDERR
                                                       : ConsoleTarget::STDOUT;
     if (!OpenConsole(target)) return Fail("standard output", ErrorText(errno));
-    if (!options.prompt && !SilencePrompt()) {
+    if (!SilencePrompt()) {
         CloseConsole();
         return Fail("standard input", ErrorText(errno));
     }
@@ -160,11 +162,6 @@ int RunCheck(const std::vector<std::string>& files) {
         RemoveTempFiles();
     }
     return all_are ? DONE : FAILED;
-}
-
-void Complain(const std::string& file, const std::string& what) {
-    std::fflush(stdout);
-    std::fprintf(stderr, "scan695: %s: %s\n", file.c_str(), what.c_str());
 }
 
 }  // namespace scan695::cli

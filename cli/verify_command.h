@@ -1,0 +1,10 @@
+// scan695 verify: does the database keep its promises?
+#pragma once
+
+#include "cli/commands.h"
+
+namespace scan695::cli {
+
+extern const Command VERIFY_COMMAND;
+
+}  // namespace scan695::cli
