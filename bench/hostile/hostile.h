@@ -12,7 +12,7 @@ namespace scan695::bench {
 
 struct HostileCase {
     const char* name;
-    test::Bytes (*generate)(uint32_t size);
+    builder::Bytes (*generate)(uint32_t size);
     uint32_t size;          // of the largest input; it is also made at a half and at a quarter
     bool debug;             // with DebugMode
     bool is_fst = false;    // the bytes are an FST file, which the inspector reads and verifies

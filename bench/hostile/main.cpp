@@ -69,7 +69,7 @@ class Workshop {
     }
 
     // Gives the size in MB.
-    double Write(const test::Bytes& bytes) const {
+    double Write(const builder::Bytes& bytes) const {
         std::ofstream file(input_, std::ios::binary);
         file.write(reinterpret_cast<const char*>(bytes.data()),
                    static_cast<std::streamsize>(bytes.size()));
