@@ -12,7 +12,7 @@ namespace scan695 {
 namespace {
 
 void OpenNowhere() {
-    outSetFileName("/dev/null");
+    StartStf("/dev/null");
     Stf.file = std::fopen("/dev/null", "wb");
 }
 

@@ -2,22 +2,24 @@
 #include <cstdio>
 #include <cstring>
 #include <new>
+#include <string_view>
 
 #include "driver/run.h"
+#include "input/processor.h"
+#include "input/record_codes.h"
 #include "report/report.h"
 #include "scan695.h"
 
 namespace {
 
-constexpr unsigned char MODULE_BEGIN = 0xE0;
-
-// The names that the check knows, exactly and with exactly this length.
-constexpr const char* CHECKED_NAMES[] = {"TRI", "80166"};
-
+// Names compare exactly and with their length.
 bool IsForThisScanner(const unsigned char (&head)[7]) {
-    if (head[0] != MODULE_BEGIN) return false;
-    for (const char* name : CHECKED_NAMES)
-        if (head[1] == std::strlen(name) && std::memcmp(head + 2, name, head[1]) == 0) return true;
+    if (head[0] != scan695::BYTE_MB) return false;
+    const std::string_view name(reinterpret_cast<const char*>(head) + 2, sizeof head - 2);
+    for (const scan695::ProcessorKind& processor : scan695::PROCESSORS)
+        if (processor.checked_name != nullptr && head[1] == std::strlen(processor.checked_name) &&
+            name.starts_with(processor.checked_name))
+            return true;
     return false;
 }
 

@@ -11,15 +11,12 @@
 #include "fst/fst_file.h"
 #include "fst/post_process.h"
 #include "fst/working_arrays.h"
-#include "input/cursor.h"
-#include "input/scan_state.h"
-#include "input/segments.h"
+#include "input/input_state.h"
 #include "platform/files.h"
 #include "reader/module_header.h"
 #include "report/report.h"
 #include "scopes/scope_state.h"
 #include "stf/code_records.h"
-#include "stf/stf_state.h"
 #include "stf/stf_stream.h"
 #include "stf/type_words.h"
 #include "store/basic_types.h"
@@ -75,20 +72,15 @@ void outClose() {
 void StartRun(uint32_t debug_mode, const char* stf_path) {
     FreeInput();
     FreePostProcessWork();
-    FreeTypeAliases();
     AbortRequested = 0;
     Report = ReportState();
     Store = StoreState();
-    Input = InputState();
-    Scan = ScanState();
-    Segments = SegmentState();
+    StartInput();
     BasicTypes = BasicTypeState();
     Types = TypeState();
-    Scopes = ScopeState();
-    StfRecords = StfRecordState();
+    StartScopes();
     FstFile = FstFileState();
-    outCodeStart();
-    outSetFileName(stf_path);
+    StartStf(stf_path);
     Report.DebugMode = debug_mode;
     Report.RemoveFstHook = RemoveFstFile;
     Report.FreeWorkHook = FreePostProcessWork;

@@ -7,8 +7,6 @@
 
 namespace scan695 {
 
-InputState Input;
-
 namespace {
 
 constexpr uint32_t MAX_NESTING = 1000;

@@ -1,21 +1,13 @@
-// The image of the input and the primitives that every reader of it uses. There is one cursor for
-// the whole run; all bytes of the input enter through the operations below, each of which stops the
-// run with "Unexpected end of file at %lx" when it would pass the end.
+// The primitives that every reader of the input uses. There is one cursor for the whole
+// run; all bytes of the input enter through the operations below, each of which stops the run with
+// "Unexpected end of file at %lx" when it would pass the end.
 #pragma once
 
 #include <cstdint>
-#include <string>
+
+#include "input/input_state.h"
 
 namespace scan695 {
-
-// A run starts by assigning a new InputState; the image is owned by the run.
-struct InputState {
-    std::string InputPath;  // in upper case, for messages
-    uint8_t* InputImage = nullptr;
-    uint32_t InputLength = 0;  // below 2^31
-    uint32_t InputCursor = 0;  // offset of the next byte to read, never above InputLength
-};
-extern InputState Input;
 
 // Buffer sizes of the names of records.
 inline constexpr uint32_t HEADER_NAME_SIZE = 192;
@@ -24,47 +16,7 @@ inline constexpr uint32_t PART_NAME_SIZE = 32;
 inline constexpr uint32_t SYMBOL_NAME_SIZE = 33;
 inline constexpr uint32_t SECTION_NAME_SIZE = 60;
 
-// Two-byte record codes as ReadCode gives them: the first byte in the low half.
-enum RecordCode : uint16_t {
-    CODE_ATN = 0xCEF1,   // F1 CE
-    CODE_ASN = 0xCEE2,   // E2 CE
-    CODE_ATI = 0xC9F1,   // F1 C9
-    CODE_ASI = 0xC9E2,   // E2 C9
-    CODE_ASG = 0xC7E2,   // E2 C7
-    CODE_BB1 = 0x01F8,   // F8 01
-    CODE_BB2 = 0x02F8,   // F8 02
-    CODE_BB3 = 0x03F8,   // F8 03
-    CODE_BB5 = 0x05F8,   // F8 05
-    CODE_BB10 = 0x0AF8,  // F8 0A
-};
-
-// First bytes of records.
-enum RecordByte : uint8_t {
-    BYTE_OPEN_BRACKET = 0xBE,
-    BYTE_CLOSE_BRACKET = 0xBF,
-    BYTE_LOW_FIRST = 0xCC,
-    BYTE_HIGH_FIRST = 0xCD,
-    BYTE_MB = 0xE0,
-    BYTE_ME = 0xE1,
-    BYTE_AS = 0xE2,
-    BYTE_LR_RELOCATED = 0xE3,
-    BYTE_LR_SPACES = 0xE4,
-    BYTE_SB = 0xE5,
-    BYTE_ST = 0xE6,
-    BYTE_SA = 0xE7,
-    BYTE_NI = 0xE8,
-    BYTE_AD = 0xEC,
-    BYTE_LD = 0xED,
-    BYTE_NN = 0xF0,
-    BYTE_AT = 0xF1,
-    BYTE_TY = 0xF2,
-    BYTE_RE = 0xF7,
-    BYTE_BB = 0xF8,
-    BYTE_BE = 0xF9,
-    BYTE_LR = 0xFA,
-    BYTE_N = 0xCE,
-};
-
+// The next byte; the next two, the first one in the low half.
 uint8_t ReadByte();
 uint16_t ReadCode();
 

@@ -1,18 +1,17 @@
 #include "input/segments.h"
 
+#include "input/input_state.h"
 #include "report/report.h"
 #include "store/records.h"
 
 namespace scan695 {
 
-SegmentState Segments;
-
 namespace {
 
 // The first entry of a number; null and a trace line under the operation's name when there is none.
 SegmentEntry* FindSegment(const char* operation, uint32_t index) {
-    for (uint32_t i = 0; i < Segments.count; ++i)
-        if (Segments.table[i].index == index) return &Segments.table[i];
+    for (SegmentEntry& entry : Input.SegmentTable.Used())
+        if (entry.index == index) return &entry;
     Trace("**** %s: inv seg=%u\n", operation, index);
     return nullptr;
 }
@@ -20,11 +19,12 @@ SegmentEntry* FindSegment(const char* operation, uint32_t index) {
 }  // namespace
 
 void AddSegment(uint32_t index, uint8_t mem_type) {
-    if (Segments.count == SegmentState::LIMIT) {
-        Trace("**** Segment Table Overflow, limit is %u\n", SegmentState::LIMIT);
+    SegmentList& segments = Input.SegmentTable;
+    if (segments.count == SegmentList::LIMIT) {
+        Trace("**** Segment Table Overflow, limit is %u\n", SegmentList::LIMIT);
         return;
     }
-    Segments.table[Segments.count++] = {static_cast<uint16_t>(index), mem_type, 0, 0, 0};
+    segments.table[segments.count++] = {static_cast<uint16_t>(index), mem_type, 0, 0, 0};
 }
 
 void SetSegmentSize(uint32_t index, uint32_t value) {
@@ -54,11 +54,9 @@ uint8_t GetSegmentMemType(uint32_t index) {
 }
 
 void PrintSegments() {
-    for (uint32_t i = 0; i < Segments.count; ++i) {
-        const SegmentEntry& entry = Segments.table[i];
+    for (const SegmentEntry& entry : Input.SegmentTable.Used())
         Trace("Segment %u, mem_type=%u, addr=%x, offset=%x, size=%x\n", uint32_t{entry.index},
               uint32_t{entry.mem_type}, entry.base, entry.offset, entry.size);
-    }
 }
 
 }  // namespace scan695

@@ -1,27 +1,11 @@
-// The SegmentTable: what the system knows of the segments of the module, in the order of their ST
-// records. The segment part fills it, the data part takes addresses and memory types from it, and
-// section blocks of assembled modules may correct a memory type. It lives only during the scan.
+// The SegmentTable (Input.SegmentTable): what the system knows of the segments of the module. The
+// segment part fills it, the data part takes addresses and memory types from it, and section blocks
+// of assembled modules may correct a memory type. It lives only during the scan.
 #pragma once
 
 #include <cstdint>
 
 namespace scan695 {
-
-struct SegmentEntry {
-    uint16_t index;    // segment number of the input
-    uint8_t mem_type;  // FST memory type: 0 code, 2 data, 6 not known
-    uint32_t base;     // load base
-    uint32_t offset;   // for the trace only
-    uint32_t size;     // for the trace only
-};
-
-// ScanModule starts a scan by assigning a new SegmentState.
-struct SegmentState {
-    static constexpr uint32_t LIMIT = 50;
-    SegmentEntry table[LIMIT] = {};
-    uint32_t count = 0;
-};
-extern SegmentState Segments;
 
 // Adds an entry; a 51st is dropped with a trace line. A second entry of one number is never found.
 void AddSegment(uint32_t index, uint8_t mem_type);

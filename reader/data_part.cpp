@@ -5,11 +5,12 @@
 //     F7 count               the next ED record is laid down that many times
 //     ED n, bytes            n bytes
 //
-// E3, E4 and FA open load records that the scanner does not process: they end the part at any
-// place.
+// E3, E4 and FA open load records that the scanner does not process: they end the part wherever
+// they stand. E2 C7, which opens the trailer, and any other byte end it behind the first record.
 #include <algorithm>
 
 #include "input/cursor.h"
+#include "input/record_codes.h"
 #include "input/segments.h"
 #include "reader/parts.h"
 #include "report/report.h"
@@ -92,11 +93,11 @@ void ReadBytes(LoadState& load) {
 // An assignment; false for one that ends the part.
 bool ReadLoadAssignment(LoadState& load) {
     const uint8_t letter = ReadByte();
-    if (letter == 0xD0) {
+    if (letter == LETTER_P) {
         ReadLoadAddress(load);
         return true;
     }
-    if (letter != 0xC7 || load.records == 0) UnexpectedRecord();
+    if (letter != LETTER_G || load.records == 0) UnexpectedRecord();
     Trace("End of Data part, rec=%x\n", uint32_t{letter});
     return false;
 }

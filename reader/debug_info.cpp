@@ -9,13 +9,14 @@
 #include <cstring>
 
 #include "input/cursor.h"
-#include "input/scan_state.h"
+#include "input/record_codes.h"
 #include "reader/parts.h"
 #include "report/report.h"
+#include "scopes/add_records.h"
 #include "scopes/asm_module.h"
 #include "scopes/block_walk.h"
-#include "scopes/modules.h"
 #include "scopes/scan_lines.h"
+#include "scopes/scope_state.h"
 #include "scopes/source_names.h"
 #include "scopes/stack_info.h"
 #include "types/types_block.h"
@@ -46,12 +47,12 @@ void ReadScopeBlock(DebugWalk& walk) {
     RequireNumber();
     ReadName(walk.second_name, BLOCK_NAME_SIZE);
     if (std::strcmp(walk.second_name, walk.module_name) != 0) UnexpectedRecord();
-    Scan.module_record = {};
-    Scan.module_record.language = IsCName(walk.second_name) ? LANGUAGE_C : LANGUAGE_ASM;
+    Scopes.module_record = {};
+    Scopes.module_record.language = IsCName(walk.second_name) ? LANGUAGE_C : LANGUAGE_ASM;
     char* name = ModuleNameOf(walk.second_name);
     CloseStackInfo();
-    Scan.CurrentModule = AddModule(Scan.module_record, name);
-    Trace("Module %d = \"%s\", scanning scope info\n", Scan.CurrentModule, name);
+    Scopes.CurrentModule = AddModule(Scopes.module_record, name);
+    Trace("Module %d = \"%s\", scanning scope info\n", Scopes.CurrentModule, name);
     ScanModuleScope();
     Trace("EOB3:End of Module\n");
 }
@@ -78,30 +79,30 @@ void ReadAsmHead(DebugWalk& walk) {
 // added last.
 void ReadAsmBlock(DebugWalk& walk) {
     ReadAsmHead(walk);
-    Scan.module_record = {};
-    Scan.module_record.language = LANGUAGE_ASM;
+    Scopes.module_record = {};
+    Scopes.module_record.language = LANGUAGE_ASM;
     char* name = ModuleNameOf(walk.module_name);
     if (ModuleExists(name))
         Trace("Module \"%s\" already added, now ignoring\n", name);
     else
-        Scan.CurrentModule = AddModule(Scan.module_record, name);
-    Trace("AsmModule %d = \"%s\"\n", Scan.CurrentModule, name);
+        Scopes.CurrentModule = AddModule(Scopes.module_record, name);
+    Trace("AsmModule %d = \"%s\"\n", Scopes.CurrentModule, name);
     ScanAsmModule();
     Trace("EOB10:End of AsmModule\n");
 }
 
 constexpr struct {
-    uint16_t code;
+    BlockKind kind;
     void (*read)(DebugWalk& walk);
 } BLOCKS[] = {
-    {CODE_BB1, ReadTypesBlock}, {CODE_BB2, ReadTypesBlock}, {CODE_BB3, ReadScopeBlock},
-    {CODE_BB5, ReadLinesBlock}, {CODE_BB10, ReadAsmBlock},
+    {BB1, ReadTypesBlock}, {BB2, ReadTypesBlock}, {BB3, ReadScopeBlock},
+    {BB5, ReadLinesBlock}, {BB10, ReadAsmBlock},
 };
 
 // False for a code that is no block.
 bool ReadBlock(DebugWalk& walk, uint16_t code) {
     for (const auto& block : BLOCKS) {
-        if (block.code != code) continue;
+        if (CodeOf(BYTE_BB, block.kind) != code) continue;
         block.read(walk);
         return true;
     }

@@ -1,7 +1,15 @@
 // The environment part: the tools that made the file, for the trace only, and one gate: a file that
-// was not linked successfully is refused.
-#include "input/attribute_part.h"
+// was not linked successfully is refused. Behind the head of its ATN records stand:
+//
+//     50 1 to 6 numbers      date and time
+//     51 text                command line
+//     52 status              of the link: 0 good, 1 with warnings, above failed
+//     53 number              host
+//     54 3 or 4 numbers      tool and its version
+//     55 text                comments
 #include "input/cursor.h"
+#include "input/record_codes.h"
+#include "reader/attribute_part.h"
 #include "reader/parts.h"
 #include "report/report.h"
 
@@ -39,17 +47,17 @@ void ReadToolInfo() {
 
 void ReadEnvironmentAttribute(uint32_t code, char* text) {
     switch (code) {
-        case 50:
+        case ATN_DATE:
             return ReadDate();
-        case 51:
+        case ATN_COMMAND_LINE:
             return ReadText("Cmd line text", text);
-        case 52:
+        case ATN_LINK_STATUS:
             return ReadLinkStatus();
-        case 53:
+        case ATN_HOST:
             return Trace("     Host environment=%u\n", RequireNumber());
-        case 54:
+        case ATN_TOOL:
             return ReadToolInfo();
-        case 55:
+        case ATN_COMMENTS:
             return ReadText("Comments", text);
         default:
             UnexpectedRecord();

@@ -7,12 +7,11 @@
 
 #include "input/cursor.h"
 #include "input/processor.h"
-#include "input/scan_state.h"
-#include "input/segments.h"
+#include "input/record_codes.h"
 #include "reader/parts.h"
 #include "report/report.h"
 #include "scopes/scope_state.h"
-#include "scopes/symbols.h"
+#include "scopes/update_symbols.h"
 #include "stf/stf_stream.h"
 #include "stf/stf_types.h"
 #include "store/basic_types.h"
@@ -30,21 +29,14 @@ constexpr uint32_t NOF_PARTS = 8;
 constexpr uint32_t EXTERNAL_PART = 3;
 constexpr uint32_t DEBUG_INFO_PART = 4;
 
-void StartScan() {
-    Scan = ScanState();
-    Segments = SegmentState();
-    CreateTypeMaps();
-    Report.CleanupHook = ScannerCleanup;
-}
-
 void ReadModuleBegin() {
     if (ReadByte() != BYTE_MB)
         ReportAndStop("File %s not in TASKING IEEE-695 format\n", Input.InputPath.c_str());
     char name[HEADER_NAME_SIZE] = {};
     ReadName(name, sizeof name);
     Trace("Mod begin=%s,", name);
-    if (const char* cpu = IdentifyProcessor(name)) outCpu(cpu);
-    SetProcessorSizes();
+    const ProcessorKind& processor = SetProcessor(name);
+    if (processor.cpu != nullptr) outCpu(processor.cpu, processor.C166Flag);
     char module_name[HEADER_NAME_SIZE] = {};
     ReadName(module_name, sizeof module_name);
     Trace(" %s\n", module_name);
@@ -58,9 +50,9 @@ void ReadAddressDescriptor() {
     if (bits * units > MAX_ADDRESS_BITS) UnexpectedRecord();
     uint32_t high_first = 1;
     const uint8_t order = PeekByte();
-    if (order == BYTE_LOW_FIRST || order == BYTE_HIGH_FIRST) {
+    if (order == LETTER_L || order == LETTER_M) {
         ReadByte();
-        high_first = order == BYTE_HIGH_FIRST ? 1 : 0;
+        high_first = order == LETTER_M ? 1 : 0;
     }
     Trace("Addr desc: ptr_size=%d, big_endian=%u\n", static_cast<int32_t>(BasicTypes.PointerSize),
           high_first);
@@ -69,7 +61,7 @@ void ReadAddressDescriptor() {
 uint32_t ReadPartOffset(uint32_t part) {
     if (ReadByte() != BYTE_AS) UnexpectedRecord();
     const uint16_t code = ReadCode();
-    if (code != (0xD7 | part << 8)) UnexpectedRecord();
+    if (code != CodeOf(LETTER_W, static_cast<uint8_t>(part))) UnexpectedRecord();
     return RequireNumber();
 }
 
@@ -81,13 +73,13 @@ void ScanPart(uint32_t part, uint32_t offset) {
         ScanDebugInfoPart,   ScanDataPart,        ScanTrailerPart, ScanModuleEndPart,
     };
     if (part == EXTERNAL_PART) {
-        Scan.ExternalPartOffset = offset;
+        Input.ExternalPartOffset = offset;
         Trace("Offset to External Part=%x\n", offset);
     } else if (offset != 0) {
         readers[part](offset);
     }
-    if (part == DEBUG_INFO_PART && Scan.ExternalPartOffset != 0)
-        ScanExternalPart(Scan.ExternalPartOffset);
+    if (part == DEBUG_INFO_PART && Input.ExternalPartOffset != 0)
+        ScanExternalPart(Input.ExternalPartOffset);
 }
 
 void WriteTypeRecords() {
@@ -101,7 +93,7 @@ void WriteTypeRecords() {
 }  // namespace
 
 void ScanModule() {
-    StartScan();
+    Report.CleanupHook = ScannerCleanup;
     PrintLine("Compiling TASKING IEEE-695 file %s\n", Input.InputPath.c_str());
     Trace("\nBOF:\n");
     Input.InputCursor = 0;
@@ -112,13 +104,12 @@ void ScanModule() {
     UpdateTypes();
     UpdateSymbolTypes();
     WriteTypeRecords();
-    if (Scan.ScanC166 != 0) Store.Header.processor = PROCESSOR_C166;
+    Store.Header.processor = Input.Processor->file_code;
     ScannerCleanup();
     Trace("EOF:\n\n");
 }
 
 void ScannerCleanup() {
-    Segments = SegmentState();
     FreeTypeMaps();
     FreeScopeIndexes();
 }

@@ -8,6 +8,7 @@
 //     E2 C1/C2/C6/CD segment, value                 ignored
 //     E2 C3 name, E2 C5 name, numbers               ignored
 #include "input/cursor.h"
+#include "input/record_codes.h"
 #include "input/segments.h"
 #include "reader/parts.h"
 #include "report/report.h"
@@ -17,16 +18,16 @@ namespace scan695 {
 
 namespace {
 
-// The letters behind a segment number, spelled in the codes of the standard: A S or E A, then one
-// that tells the kind of memory. A byte that is no such letter is the length of the name.
+// The letters behind a segment number: A S or E A, then D for data, P or R for code. A byte that is
+// no such letter is the length of the name.
 uint8_t ReadTypeLetters() {
     const uint8_t first = ReadByte();
-    if (first != 0xC1 && first != 0xC5) UnexpectedRecord();
-    if (ReadByte() != (first == 0xC1 ? 0xD3 : 0xC1)) UnexpectedRecord();
+    if (first != LETTER_A && first != LETTER_E) UnexpectedRecord();
+    if (ReadByte() != (first == LETTER_A ? LETTER_S : LETTER_A)) UnexpectedRecord();
     const uint8_t letter = PeekByte();
-    if (letter != 0xC4 && letter != 0xD0 && letter != 0xD2) return MEM_UNKNOWN;
+    if (letter != LETTER_D && letter != LETTER_P && letter != LETTER_R) return MEM_UNKNOWN;
     ReadByte();
-    return letter == 0xC4 ? MEM_DATA : MEM_CODE;
+    return letter == LETTER_D ? MEM_DATA : MEM_CODE;
 }
 
 void ReadSegment(char* name) {
@@ -52,9 +53,9 @@ struct SegmentValue {
     const char* field;
 };
 constexpr SegmentValue SEGMENT_VALUES[] = {
-    {0xCC, SetSegmentBase, "Base", "base"},
-    {0xD2, SetSegmentOffset, "Offset", "offset"},
-    {0xD3, SetSegmentSize, "Size", "size"},
+    {LETTER_L, SetSegmentBase, "Base", "base"},
+    {LETTER_R, SetSegmentOffset, "Offset", "offset"},
+    {LETTER_S, SetSegmentSize, "Size", "size"},
 };
 
 void ReadValue(const SegmentValue& kind) {
@@ -73,7 +74,7 @@ void ReadIgnoredValue() {
 void ReadIgnoredName(uint8_t letter, char* name) {
     ReadName(name, PART_NAME_SIZE);
     uint32_t ignored = 0;
-    while (letter == 0xC5 && ReadNumber(ignored) != 0) {
+    while (letter == LETTER_E && ReadNumber(ignored) != 0) {
     }
     Trace("C%u on segment -- ignore\n", letter & 15U);
 }
@@ -83,13 +84,13 @@ void ReadAssignment(char* name) {
     for (const SegmentValue& kind : SEGMENT_VALUES)
         if (kind.letter == letter) return ReadValue(kind);
     switch (letter) {
-        case 0xC1:
-        case 0xC2:
-        case 0xC6:
-        case 0xCD:
+        case LETTER_A:
+        case LETTER_B:
+        case LETTER_F:
+        case LETTER_M:
             return ReadIgnoredValue();
-        case 0xC3:
-        case 0xC5:
+        case LETTER_C:
+        case LETTER_E:
             return ReadIgnoredName(letter, name);
         default:
             UnexpectedRecord();
@@ -108,9 +109,9 @@ bool ReadSegmentRecord(uint8_t byte, char* name) {
         case BYTE_AS:
             ReadAssignment(name);
             return true;
-        case 0xFB:
-        case 0xFC:
-        case 0xFD:
+        case BYTE_REFUSED_FB:
+        case BYTE_REFUSED_FC:
+        case BYTE_REFUSED_FD:
             UnexpectedRecord();
         default:
             return false;

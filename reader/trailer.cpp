@@ -1,8 +1,10 @@
 // The two closing parts.
 //
-//     trailer      E2 C7 address [segment], or E2 C7 BE address [segment] BF: where the program
-//     starts module end   E1
+//     trailer       E2 C7 address [segment]          where the program starts,
+//                   E2 C7 BE address [segment] BF    the same in brackets
+//     module end    E1
 #include "input/cursor.h"
+#include "input/record_codes.h"
 #include "reader/parts.h"
 #include "report/report.h"
 #include "store/tables.h"

@@ -1,6 +1,7 @@
 #include "scopes/asm_module.h"
 
 #include "input/cursor.h"
+#include "input/record_codes.h"
 #include "input/segments.h"
 #include "report/report.h"
 #include "scopes/scan_symbol.h"
@@ -9,8 +10,6 @@
 namespace scan695 {
 
 namespace {
-
-constexpr uint8_t BB11 = 0x0B;
 
 // Kinds of section by number: 0, 1 and 5 code, 2, 3 and 4 data.
 constexpr uint8_t SECTION_MEM_TYPES[] = {MEM_CODE, MEM_CODE, MEM_DATA,
@@ -53,8 +52,7 @@ void ReadSectionHead(char* name) {
 void ScanAsmModule() {
     uint32_t unterminated = 0;
     uint32_t open_sections = 0;
-    char name[SECTION_NAME_SIZE] =
-        {};  // of a section; one that does not come leaves the one before
+    char section[SECTION_NAME_SIZE] = {};  // a name that does not come leaves the one before
     for (;;) {
         const uint8_t byte = ReadByte();
         switch (byte) {
@@ -62,7 +60,7 @@ void ScanAsmModule() {
                 ScanSymbol(unterminated);
                 break;
             case BYTE_BB:
-                ReadSectionHead(name);
+                ReadSectionHead(section);
                 ++open_sections;
                 break;
             case BYTE_BE:

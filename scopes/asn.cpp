@@ -1,6 +1,7 @@
 #include "scopes/asn.h"
 
 #include "input/cursor.h"
+#include "input/record_codes.h"
 
 namespace scan695 {
 

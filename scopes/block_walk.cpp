@@ -1,13 +1,12 @@
 #include "scopes/block_walk.h"
 
 #include "input/cursor.h"
-#include "input/scan_state.h"
+#include "input/record_codes.h"
 #include "report/report.h"
-#include "scopes/blocks.h"
+#include "scopes/add_records.h"
 #include "scopes/lifetime_fixup.h"
 #include "scopes/scan_symbol.h"
 #include "scopes/scope_state.h"
-#include "scopes/symbols.h"
 #include "stf/stf_scopes.h"
 #include "stf/stf_state.h"
 #include "store/tables.h"
@@ -16,9 +15,6 @@
 namespace scan695 {
 
 namespace {
-
-constexpr uint8_t BB4 = 0x04;
-constexpr uint8_t BB6 = 0x06;
 
 struct BlockHead {
     char name[SYMBOL_NAME_SIZE] = {};
@@ -40,13 +36,13 @@ void ReadBlockHead(BlockHead& head) {
 }
 
 void SaveCurrentBlock() {
-    if (Scan.CurrentBlock != -1)
-        WriteRecord(Store.BlockTable, static_cast<uint32_t>(Scan.CurrentBlock),
+    if (Scopes.CurrentBlock != -1)
+        WriteRecord(Store.BlockTable, static_cast<uint32_t>(Scopes.CurrentBlock),
                     Scopes.CurrentBlockRecord);
 }
 
 void RestoreBlock(int32_t block) {
-    Scan.CurrentBlock = block;
+    Scopes.CurrentBlock = block;
     if (block != -1)
         ReadRecord(Store.BlockTable, static_cast<uint32_t>(block), Scopes.CurrentBlockRecord);
 }
@@ -54,12 +50,12 @@ void RestoreBlock(int32_t block) {
 void AddFunctionSymbol(BlockHead& head, uint32_t fst_ti, bool is_global) {
     SYMINFO record = {};
     record.value = head.address;
-    record.module = Scan.CurrentModule;
+    record.module = Scopes.CurrentModule;
     record.block = -1;
     record.type_index = fst_ti;
     record.storage_class = is_global ? STORAGE_GLOBAL : STORAGE_STATIC;
     record.mem_type = MEM_CODE;
-    AddSymbol(record, head.name, 0, nullptr);
+    AddSymbol(record, head.name, {});
 }
 
 // The function's symbol is tied to its block by the address alone.
@@ -68,13 +64,13 @@ void OpenBlock(BlockHead& head, bool is_global) {
     BLOCKINFO& record = Scopes.CurrentBlockRecord;
     record = {};
     record.address = head.address;
-    record.parent = Scan.CurrentBlock;
-    record.module = Scan.CurrentModule;
+    record.parent = Scopes.CurrentBlock;
+    record.module = Scopes.CurrentModule;
     record.is_function = head.IsFunction() ? 1 : 0;
     const uint32_t fst_ti = CvtTkType(head.tk_ti);
     Trace("%s %s \"%s\" begin: addr=%X, idx=%u(%u), stack=%u\n", is_global ? "Global" : "Static",
           head.Kind(), head.name, head.address, fst_ti, head.tk_ti, head.stack);
-    Scan.CurrentBlock = AddBlock(record);
+    Scopes.CurrentBlock = AddBlock(record);
     if (head.IsFunction()) AddFunctionSymbol(head, fst_ti, is_global);
 }
 
@@ -84,7 +80,7 @@ void CloseBlock(const BlockHead& head, uint32_t unterminated) {
     record.size = end_address - head.address + 1;
     Trace("%s end: addr=%X, size=%X, nof_symbols=%u\n", head.Kind(), end_address, record.size,
           Store.Header.nof_block_symbols - record.first_symbol);
-    outBlockEnd(Scan.CurrentBlock, head.address, end_address);
+    outBlockEnd(Scopes.CurrentBlock, head.address, end_address);
     SaveCurrentBlock();
     if (unterminated != 0) CloseLifetimes(record.first_symbol, end_address);
     RestoreBlock(record.parent);
@@ -120,7 +116,7 @@ void ScanBlockBody(uint32_t& unterminated) {
 
 // `length` is for the trace only: the F9 ends the block.
 void ScanFunctionBlock(uint32_t length, bool is_global) {
-    const NestingGuard guard(Scan.block_depth);
+    const NestingGuard guard(Scopes.block_nesting);
     Trace("Begin ScanFunctionBlock( %x, %u )\n", length, is_global ? 1U : 0U);
     BlockHead head;
     ReadBlockHead(head);

@@ -1,9 +1,9 @@
 #include "scopes/conversions.h"
 
 #include "input/cursor.h"
+#include "input/input_state.h"
 #include "report/report.h"
 #include "store/records.h"
-#include "store/tables.h"
 
 namespace scan695 {
 
@@ -18,11 +18,6 @@ constexpr uint8_t STORAGE_CLASSES[8] = {
     0, STORAGE_AUTO, STORAGE_REGISTER, STORAGE_STATIC, 0, 0, 0, 0,
 };
 
-bool KnownProcessor() {
-    const uint8_t processor = Store.Header.processor;
-    return processor == PROCESSOR_C166_FAMILY || processor == PROCESSOR_TRICORE;
-}
-
 void TraceDoubtfulMemoryId(uint32_t id) {
     if (id == 0)
         Trace("**** CvtTkMemType: inv memory id=%u (assuming DATA)\n", id);
@@ -35,14 +30,14 @@ void TraceDoubtfulMemoryId(uint32_t id) {
 }  // namespace
 
 int8_t CvtTkMemType(uint32_t id) {
-    if (!KnownProcessor()) ReportAndStop("CvtTkMemType: unknown processor\n");
+    if (Input.Processor == nullptr) ReportAndStop("CvtTkMemType: unknown processor\n");
     id &= 15;
     TraceDoubtfulMemoryId(id);
     return MEM_TYPES[id];
 }
 
 uint8_t CvtTkStorageClass(uint32_t word) {
-    if (!KnownProcessor()) ReportAndStop("CvtTkStorageClass: unknown processor\n");
+    if (Input.Processor == nullptr) ReportAndStop("CvtTkStorageClass: unknown processor\n");
     const uint8_t storage_class = STORAGE_CLASSES[word & 7];
     if (storage_class == 0) {
         Trace("**** CvtTkStorageClass: inv storage class=%u\n", word & 7);

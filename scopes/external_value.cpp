@@ -1,6 +1,8 @@
 #include "scopes/external_value.h"
 
-#include "input/scan_state.h"
+#include "input/cursor.h"
+#include "input/external_group.h"
+#include "input/record_codes.h"
 #include "report/report.h"
 #include "scopes/scope_state.h"
 #include "store/stored_names.h"
@@ -8,8 +10,6 @@
 namespace scan695 {
 
 namespace {
-
-constexpr uint32_t FIRST_SYMBOL_INDEX = 32;
 
 void TraceSegments(const ExternalWalk& walk, uint32_t count) {
     if (Report.DebugMode == 0) return;
@@ -30,9 +30,8 @@ const ExternalEntry* FindEntry(const ExternalWalk& walk, std::string_view name) 
     return found == MatchIndex::NONE ? nullptr : &walk.entries[found];
 }
 
-void ReadSegmentRecord(ExternalWalk& walk) {
-    const uint32_t segment = RequireNumber();
-    Trace("CurrSeg=%u\n", segment);
+void TakeSegment(ExternalWalk& walk) {
+    const uint32_t segment = ReadExternalSegment();
     if (Report.DebugMode != 0) walk.segments.push_back(segment);
     ++walk.nof_segments;
 }
@@ -45,32 +44,21 @@ void AddEntry(ExternalWalk& walk, std::string_view name, uint32_t address) {
     walk.names += name;
 }
 
-// The group of one public symbol; one without an address ends the walk.
-void ReadGroup(ExternalWalk& walk) {
-    const uint32_t index = RequireNumber();
-    if (index < FIRST_SYMBOL_INDEX) UnexpectedRecord();
-    ReadName(walk.name, sizeof walk.name);
-    if (ReadCode() != CODE_ATI) UnexpectedRecord();
-    RequireIndex(index);
-    RequireNumber();
-    RequireNumber();
-    OptionalNumber();
-    if (ReadCode() != CODE_ASI) {
+// A group without an address ends the walk.
+void TakeGroup(ExternalWalk& walk) {
+    const ExternalGroup group = ReadExternalGroup(walk.name, false);
+    if (group.has_address)
+        AddEntry(walk, walk.name, ReadExternalAddress(group));
+    else
         walk.ending = ExternalWalk::AT_OPEN_GROUP;
-        return;
-    }
-    RequireIndex(index);
-    uint32_t address = 0;
-    if (ReadNumber(address) == 0) StopAtLastOffset("Unrecognized value at %x\n");
-    AddEntry(walk, walk.name, address);
 }
 
 void ReadExternalRecord(ExternalWalk& walk) {
     const uint8_t byte = ReadByte();
     if (byte == BYTE_SB) {
-        ReadSegmentRecord(walk);
+        TakeSegment(walk);
     } else if (byte == BYTE_NI) {
-        ReadGroup(walk);
+        TakeGroup(walk);
     } else {
         if (walk.nof_records == 0) UnexpectedRecord();
         walk.ending = ExternalWalk::AT_OTHER_BYTE;
@@ -81,7 +69,7 @@ void ReadExternalRecord(ExternalWalk& walk) {
 
 // Reads on until the name has come or the walk has ended.
 const ExternalEntry* ReadUntil(ExternalWalk& walk, std::string_view name) {
-    const PartFrame frame(walk.started ? walk.cursor : Scan.ExternalPartOffset);
+    const PartFrame frame(walk.started ? walk.cursor : Input.ExternalPartOffset);
     walk.started = true;
     const ExternalEntry* found = nullptr;
     while (found == nullptr && walk.ending == ExternalWalk::NOT_YET) {
@@ -97,7 +85,7 @@ const ExternalEntry* ReadUntil(ExternalWalk& walk, std::string_view name) {
 }  // namespace
 
 bool FindExternalValue(const char* name, uint32_t& address) {
-    if (Scan.ExternalPartOffset == 0) return false;
+    if (Input.ExternalPartOffset == 0) return false;
     ExternalWalk& walk = Scopes.Indexes.Externals;
     const ExternalEntry* entry = FindEntry(walk, name);
     TraceSegments(walk, entry != nullptr ? entry->nof_segments : walk.nof_segments);

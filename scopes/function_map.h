@@ -23,9 +23,10 @@ class FunctionMap {
     };
     void Add(const BLOCKINFO& block, int32_t number);
 
-    std::map<uint32_t, Piece> pieces_;  // by first address; they do not overlap
-    std::map<uint32_t, uint32_t>
-        coverage_;  // from first address to the one behind, neighbours merged
+    // What each block has got, by first address; pieces do not overlap.
+    std::map<uint32_t, Piece> pieces_;
+    // The same addresses without their blocks, neighbours merged: first address to the one behind.
+    std::map<uint32_t, uint32_t> coverage_;
     uint32_t nof_blocks_ = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "input/cursor.h"
+#include "input/record_codes.h"
 
 namespace scan695 {
 
@@ -12,7 +13,7 @@ namespace {
 bool ReadFunctionHead(const char* name, uint32_t& address) {
     if (ReadByte() != BYTE_BB) return false;
     const uint8_t kind = ReadByte();
-    if (kind != 0x04 && kind != 0x06) return false;
+    if (kind != BB4 && kind != BB6) return false;
     uint32_t length = 0;
     if (ReadNumber(length) == 0) return false;
     char block_name[SYMBOL_NAME_SIZE] = {};

@@ -42,9 +42,9 @@ bool CloseLifetime(const OpenLifetime& lifetime, uint32_t end_address) {
 
 }  // namespace
 
-void WatchLifetime(uint32_t symbol, const SYMINFO& record, uint32_t nof_locs, const LOCINFO& last) {
-    const bool stored = nof_locs <= MAX_STORED_LOCATIONS;
-    if (stored && last.end_address != OPEN_END) return;
+void WatchLifetime(uint32_t symbol, const SYMINFO& record, std::span<const LOCINFO> locations) {
+    const bool stored = locations.size() <= MAX_STORED_LOCATIONS;
+    if (stored && locations.back().end_address != OPEN_END) return;
     const uint32_t place = record.locinfo_offs + (record.nof_locs - 1U) * uint32_t{sizeof(LOCINFO)};
     Scopes.OpenLifetimes.push_back({symbol, place, stored});
 }

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "scopes/lifetimes.h"
+#include "scopes/lifetime_mark.h"
 
 namespace scan695 {
 

@@ -1,13 +1,13 @@
 #include "scopes/scan_lines.h"
 
 #include "input/cursor.h"
-#include "input/scan_state.h"
+#include "input/record_codes.h"
 #include "report/report.h"
+#include "scopes/add_records.h"
 #include "scopes/asn.h"
-#include "scopes/lines.h"
+#include "scopes/scope_state.h"
 #include "scopes/source_names.h"
 #include "scopes/stack_info.h"
-#include "scopes/symbol_kinds.h"
 #include "stf/stf_scopes.h"
 #include "stf/stf_state.h"
 #include "store/tables.h"
@@ -16,8 +16,6 @@ namespace scan695 {
 
 namespace {
 
-constexpr uint8_t BB5 = 0x05;
-constexpr uint32_t CODE_STACK_ADJUST = 51;
 constexpr int NOF_DATE_NUMBERS = 6;
 
 // Makes the file the source of the module. The language of the table follows it; that of the module
@@ -26,19 +24,19 @@ void AssignSource(MODULEINFO& record, char* path) {
     if (IsCName(path)) record.language = LANGUAGE_C;
     char* name = BaseName(path);
     record.source_offs = StoreName(name);
-    WriteRecord(Store.ModuleTable, static_cast<uint32_t>(Scan.CurrentModule), record);
+    WriteRecord(Store.ModuleTable, static_cast<uint32_t>(Scopes.CurrentModule), record);
     Trace(" assigning source file \"%s\" to module %x\n", name,
-          static_cast<uint32_t>(Scan.CurrentModule));
-    outSource(name, Scan.CurrentModule, record.language);
+          static_cast<uint32_t>(Scopes.CurrentModule));
+    outSource(name, Scopes.CurrentModule, record.language);
 }
 
 // True when the file belongs to a module.
 bool TieToModule(char* path) {
-    if (Scan.CurrentModule == -1) {
+    if (Scopes.CurrentModule == -1) {
         PrintLine("Source file \"%s\" does not belong to any module\n", path);
         return false;
     }
-    const auto module = static_cast<uint32_t>(Scan.CurrentModule);
+    const auto module = static_cast<uint32_t>(Scopes.CurrentModule);
     MODULEINFO record = {};
     ReadRecord(Store.ModuleTable, module, record);
     if (record.source_offs == 0)
@@ -65,7 +63,7 @@ void ReadLine(uint32_t idx) {
 void ReadStackAdjust(uint32_t idx) {
     const uint32_t code = RequireNumber();
     const uint32_t num = RequireNumber();
-    if (code != CODE_STACK_ADJUST)
+    if (code != MISC_STACK_ADJUST)
         ReportAndStop("Unexpected misc record=%x, num=%u at %x\n", code, num, LastOffset());
     const uint32_t pc = ReadAsn(idx);
     const uint32_t adjust_value = ReadAsn(idx);
@@ -77,13 +75,13 @@ void ReadStackAdjust(uint32_t idx) {
 }
 
 void ReadLineAttribute() {
-    if (ReadByte() != BYTE_N) UnexpectedRecord();
+    if (ReadByte() != LETTER_N) UnexpectedRecord();
     const uint32_t idx = RequireNumber();
     RequireNumber();
     switch (RequireNumber()) {
-        case KIND_LINE:
+        case ATN_LINE:
             return ReadLine(idx);
-        case KIND_MISC_64:
+        case ATN_MISC_64:
             return ReadStackAdjust(idx);
         default:
             UnexpectedRecord();
@@ -123,15 +121,15 @@ void ReadSourceBody() {
 }  // namespace
 
 void ScanLines() {
-    const NestingGuard guard(Scan.source_depth);
+    const NestingGuard guard(Scopes.file_nesting);
     char path[BLOCK_NAME_SIZE] = {};
     ReadName(path, sizeof path);
     Trace("Source file=\"%s\"\n", path);
     const int32_t levels = TieToModule(path) ? 1 : 0;
-    StfRecords.SourceDepth += levels;
+    Stf.SourceDepth += levels;
     for (int i = 0; i < NOF_DATE_NUMBERS; ++i) OptionalNumber();
     ReadSourceBody();
-    StfRecords.SourceDepth -= levels;
+    Stf.SourceDepth -= levels;
 }
 
 }  // namespace scan695

@@ -3,19 +3,17 @@
 #include <vector>
 
 #include "input/cursor.h"
-#include "input/scan_state.h"
+#include "input/record_codes.h"
 #include "report/report.h"
+#include "scopes/add_records.h"
 #include "scopes/lifetimes.h"
+#include "scopes/scope_state.h"
 #include "scopes/symbol_kinds.h"
-#include "scopes/symbols.h"
 #include "types/cvt_type.h"
 
 namespace scan695 {
 
 namespace {
-
-constexpr uint32_t CODE_PARAMETER = 59;
-constexpr uint32_t CODE_LIFETIME = 70;
 
 void ReadHead(SymbolScan& symbol) {
     symbol.idx = RequireNumber();
@@ -29,9 +27,9 @@ void ReadHead(SymbolScan& symbol) {
 // Characters that the stored name loses at its front. C compilers put an underscore there, and
 // number the variables that they keep at a base.
 uint32_t CountSkipped(const SymbolScan& symbol) {
-    if (Scan.module_record.language != LANGUAGE_C || symbol.name[0] != '_') return 0;
+    if (Scopes.module_record.language != LANGUAGE_C || symbol.name[0] != '_') return 0;
     uint32_t skip = 1;
-    if (symbol.kind == KIND_BASED)
+    if (symbol.kind == ATN_BASED)
         while (symbol.name[skip] >= '0' && symbol.name[skip] <= '9') ++skip;
     return skip;
 }
@@ -50,7 +48,7 @@ bool FindNextAttribute(const SymbolScan& symbol) {
         const uint32_t record = Input.InputCursor;
         const uint8_t byte = ReadByte();
         if (byte == BYTE_AT) {
-            if (ReadByte() != BYTE_N) UnexpectedRecord();
+            if (ReadByte() != LETTER_N) UnexpectedRecord();
             return true;
         }
         if (byte != BYTE_NN || !IsIndexOf(symbol)) {
@@ -67,12 +65,12 @@ void ReadFollowingRecords(const SymbolScan& symbol, std::vector<TkLoc>& marks) {
     while (FindNextAttribute(symbol)) {
         RequireIndex(symbol.idx);
         RequireNumber();
-        if (RequireNumber() != KIND_MISC_63) UnexpectedRecord();
+        if (RequireNumber() != ATN_MISC_63) UnexpectedRecord();
         const uint32_t code = RequireNumber();
         RequireNumber();
-        if (code == CODE_PARAMETER)
+        if (code == MISC_PARAMETER)
             Trace("Variable %s is a function parameter\n", symbol.name);
-        else if (code == CODE_LIFETIME)
+        else if (code == MISC_LIFETIME)
             marks.push_back(ReadLifetimeMark(symbol.idx));
     }
 }
@@ -81,8 +79,8 @@ SYMINFO MakeRecord(const SymbolScan& symbol) {
     SYMINFO record = {};
     record.value = symbol.value;
     record.type_index = CvtTkType(symbol.tk_ti);
-    record.module = Scan.CurrentModule;
-    record.block = Scan.CurrentBlock;
+    record.module = Scopes.CurrentModule;
+    record.block = Scopes.CurrentBlock;
     record.storage_class = symbol.storage_class;
     record.mem_type = symbol.mem;
     return record;
@@ -102,7 +100,7 @@ void ScanSymbol(uint32_t& unterminated) {
     Trace("Symbol: \"%s\" addr=%08X mem=%d type=%u(%u), sc=%x(%u)\n", name, record.value,
           record.mem_type, record.type_index, symbol.tk_ti, uint32_t{record.storage_class},
           symbol.kind);
-    AddSymbol(record, name, static_cast<uint32_t>(locations.size()), locations.data());
+    AddSymbol(record, name, locations);
 }
 
 }  // namespace scan695

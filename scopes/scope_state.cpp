@@ -4,6 +4,10 @@ namespace scan695 {
 
 ScopeState Scopes;
 
+void StartScopes() {
+    Scopes = ScopeState();
+}
+
 void FreeScopeIndexes() {
     Scopes.Indexes = ScopeIndexes();
     Scopes.OpenLifetimes = {};

@@ -1,20 +1,59 @@
-// All run state of the scopes: blocks, symbols, lifetimes, lines, stack adjustments. A run starts
-// by assigning a new ScopeState.
+// All run state of the scopes: where the scan stands, and what it collects of lifetimes, stack
+// adjustments and public symbols.
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
+#include "base/match_index.h"
 #include "input/cursor.h"
-#include "scopes/external_value.h"
 #include "scopes/function_map.h"
 #include "scopes/function_symbols.h"
-#include "scopes/lifetime_fixup.h"
-#include "scopes/stack_info.h"
 #include "store/records.h"
 #include "store/stored_names.h"
 
 namespace scan695 {
+
+// A record of the BlockSymbolTable whose last location may be open, so that a block's end need not
+// look at all of its symbols. See scopes/lifetime_fixup.
+struct OpenLifetime {
+    uint32_t symbol;  // record number
+    uint32_t place;   // image offset where the last location stands by its count
+    bool stored;      // it does stand there: a list above 65,535 bytes is cut when it is stored
+};
+
+// The ranges of the function that stack adjustments come for at present. See scopes/stack_info.
+struct StackCollection {
+    int32_t function = -1;         // block index; -1 for none
+    std::vector<LOCINFO> entries;  // complete ranges
+    LOCINFO open = {};             // the range begun last
+    uint32_t points = 0;           // points that have come for the function
+};
+
+// How far the external part has been read in search of addresses, and what has been passed. See
+// scopes/external_value.
+struct ExternalEntry {
+    uint32_t name_at;  // in ExternalWalk::names
+    uint32_t name_length;
+    uint32_t address;
+    uint32_t nof_segments;  // segment records in front of it
+};
+struct ExternalWalk {
+    enum Ending { NOT_YET, AT_OTHER_BYTE, AT_OPEN_GROUP };
+
+    bool started = false;
+    uint32_t cursor = 0;               // where to go on
+    char name[SYMBOL_NAME_SIZE] = {};  // of the last group; stays where no name comes
+    uint32_t nof_records = 0;
+    uint32_t nof_segments = 0;
+    std::vector<uint32_t> segments;  // of the segment records, for the trace
+    std::vector<ExternalEntry> entries;
+    std::string names;
+    MatchIndex by_name;  // the first entry of each name
+    Ending ending = NOT_YET;
+    uint8_t end_byte = 0;
+};
 
 // Stand in for searches over whole tables; each is extended when it is asked.
 struct ScopeIndexes {
@@ -27,13 +66,21 @@ struct ScopeIndexes {
 };
 
 struct ScopeState {
+    int32_t CurrentModule = -1;         // module that records now belong to; -1 before the first
+    MODULEINFO module_record = {};      // of the last BB3 or BB10 block; its language counts
+    int32_t CurrentBlock = -1;          // open block in the BlockTable; -1 outside all blocks
     BLOCKINFO CurrentBlockRecord = {};  // working copy of the open block
+    uint32_t block_nesting = 0;         // open blocks, for the limit of 1,000
+    uint32_t file_nesting = 0;          // open source files, for the same limit
 
     std::vector<OpenLifetime> OpenLifetimes;
     StackCollection StackInfo;
     ScopeIndexes Indexes;
 };
 extern ScopeState Scopes;
+
+// Starts a run.
+void StartScopes();
 
 // Frees what only the scan needs; can be called twice.
 void FreeScopeIndexes();

@@ -4,19 +4,8 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
-
-#include "store/records.h"
 
 namespace scan695 {
-
-// The ranges of the function that points come for at present.
-struct StackCollection {
-    int32_t function = -1;         // block index; -1 for none
-    std::vector<LOCINFO> entries;  // complete ranges
-    LOCINFO open = {};             // the range begun last
-    uint32_t points = 0;           // points that have come for the function
-};
 
 inline constexpr uint32_t STACK_INFO_CLOSE = 0xFFFFFFFF;
 

@@ -2,13 +2,14 @@
 
 #include <cstring>
 
-#include "input/scan_state.h"
+#include "input/record_codes.h"
 #include "report/report.h"
+#include "scopes/add_records.h"
 #include "scopes/asn.h"
 #include "scopes/conversions.h"
 #include "scopes/external_value.h"
 #include "scopes/function_peek.h"
-#include "scopes/lines.h"
+#include "scopes/scope_state.h"
 #include "store/tables.h"
 #include "types/cvt_type.h"
 
@@ -73,7 +74,7 @@ bool ReadExternalVariable(SymbolScan& symbol) {
 
 // A source line of an assembled module; in others lines stand in their own block.
 bool ReadLine(SymbolScan& symbol) {
-    if (Scan.module_record.language != LANGUAGE_ASM) UnexpectedRecord();
+    if (Scopes.module_record.language != LANGUAGE_ASM) UnexpectedRecord();
     const uint32_t number = RequireNumber();
     RequireNumber();
     OptionalNumber();
@@ -156,24 +157,24 @@ bool ReadMiscellaneousNumber(SymbolScan& symbol) {
 }
 
 constexpr struct {
-    SymbolKind kind;
+    AttributeCode kind;
     bool (*read)(SymbolScan& symbol);
 } SYMBOL_KINDS[] = {
-    {KIND_AUTO, ReadAuto},
-    {KIND_LIVING_REGISTER, ReadLivingRegister},
-    {KIND_STATIC, ReadStatic},
-    {KIND_EXTERNAL_FUNCTION, ReadExternalFunction},
-    {KIND_EXTERNAL_VARIABLE, ReadExternalVariable},
-    {KIND_LINE, ReadLine},
-    {KIND_GLOBAL, ReadGlobal},
-    {KIND_LOCKED_REGISTER, ReadLockedRegister},
-    {KIND_BASED, ReadBased},
-    {KIND_CONSTANT, ReadConstant},
-    {KIND_ASM_SYMBOL, ReadAsmSymbol},
-    {KIND_MISC_62, ReadMiscellaneous},
-    {KIND_MISC_63, ReadMiscellaneous},
-    {KIND_MISC_64, ReadMiscellaneous},
-    {KIND_MISC_65, ReadMiscellaneousNumber},
+    {ATN_AUTO, ReadAuto},
+    {ATN_LIVING_REGISTER, ReadLivingRegister},
+    {ATN_STATIC, ReadStatic},
+    {ATN_EXTERNAL_FUNCTION, ReadExternalFunction},
+    {ATN_EXTERNAL_VARIABLE, ReadExternalVariable},
+    {ATN_LINE, ReadLine},
+    {ATN_GLOBAL, ReadGlobal},
+    {ATN_LOCKED_REGISTER, ReadLockedRegister},
+    {ATN_BASED, ReadBased},
+    {ATN_CONSTANT, ReadConstant},
+    {ATN_ASM_SYMBOL, ReadAsmSymbol},
+    {ATN_MISC_62, ReadMiscellaneous},
+    {ATN_MISC_63, ReadMiscellaneous},
+    {ATN_MISC_64, ReadMiscellaneous},
+    {ATN_MISC_65, ReadMiscellaneousNumber},
 };
 
 }  // namespace

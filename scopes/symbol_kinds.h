@@ -20,24 +20,6 @@ struct SymbolScan {
     int8_t mem = MEM_UNKNOWN;
 };
 
-enum SymbolKind : uint32_t {
-    KIND_AUTO = 1,
-    KIND_LIVING_REGISTER = 2,
-    KIND_STATIC = 3,
-    KIND_EXTERNAL_FUNCTION = 4,
-    KIND_EXTERNAL_VARIABLE = 5,
-    KIND_LINE = 7,
-    KIND_GLOBAL = 8,
-    KIND_LOCKED_REGISTER = 10,
-    KIND_BASED = 12,
-    KIND_CONSTANT = 16,
-    KIND_ASM_SYMBOL = 19,
-    KIND_MISC_62 = 62,
-    KIND_MISC_63 = 63,
-    KIND_MISC_64 = 64,
-    KIND_MISC_65 = 65,
-};
-
 // Reads what follows the kind and fills value, storage class and memory type. False when no symbol
 // comes of the record. An unknown kind and a missing field end the run.
 bool ReadSymbolKind(SymbolScan& symbol);

@@ -11,24 +11,12 @@ namespace {
 
 constexpr uint32_t BYTES_A_LINE = 32;
 
-struct CodeEntry {
-    int32_t mem_type;  // the memory type byte, widened with its sign
-    uint32_t address;
-    uint32_t size;
-    const uint8_t* bytes;  // in the image of the input
-};
-
-struct CodeState {
-    std::vector<CodeEntry> entries;
-};
-CodeState Code;
-
 // An upper-case digit; without a branch or a table, so that whole lines go at once.
 char HexDigit(unsigned nibble) {
     return static_cast<char>(nibble + '0' + (nibble > 9) * ('A' - '9' - 1));
 }
 
-bool Before(const CodeEntry& a, const CodeEntry& b) {
+bool Before(const CodeChunk& a, const CodeChunk& b) {
     return a.mem_type != b.mem_type ? a.mem_type < b.mem_type : a.address < b.address;
 }
 
@@ -42,13 +30,13 @@ void WriteDataLine(const uint8_t* bytes, uint32_t count) {
     StfLine().Char('"').Text({digits, 2 * size_t{count}}).Char('"').End();
 }
 
-void WriteData(const CodeEntry& entry) {
+void WriteData(const CodeChunk& entry) {
     for (uint32_t done = 0; done < entry.size; done += BYTES_A_LINE)
         WriteDataLine(entry.bytes + done, std::min(BYTES_A_LINE, entry.size - done));
 }
 
 // Writes the run of entries [first, last) as record `number`; `size` bytes in all.
-void WriteRun(int32_t number, const CodeEntry* first, const CodeEntry* last, uint32_t size) {
+void WriteRun(int32_t number, const CodeChunk* first, const CodeChunk* last, uint32_t size) {
     outBegin("Code", number);
     StfLine()
         .Text(first->mem_type == MEM_CODE ? "address=" : "address=data ")
@@ -63,25 +51,21 @@ void WriteRun(int32_t number, const CodeEntry* first, const CodeEntry* last, uin
 
 }  // namespace
 
-void outCodeStart() {
-    Code = CodeState();
-}
-
 void outCodeAdd(const CODEINFO& record, const uint8_t* bytes) {
     if (record.length == 0) return;
-    Code.entries.push_back(
+    Stf.code.push_back(
         {static_cast<int8_t>(record.mem_type), record.address, record.length, bytes});
 }
 
 void outCode() {
     // Equal entries keep the order of the input.
-    std::vector<CodeEntry>& entries = Code.entries;
+    std::vector<CodeChunk>& entries = Stf.code;
     if (!std::is_sorted(entries.begin(), entries.end(), Before))
         std::stable_sort(entries.begin(), entries.end(), Before);
     int32_t number = 0;
-    const CodeEntry* end = entries.data() + entries.size();
-    for (const CodeEntry* first = entries.data(); first != end;) {
-        const CodeEntry* next = first + 1;
+    const CodeChunk* end = entries.data() + entries.size();
+    for (const CodeChunk* first = entries.data(); first != end;) {
+        const CodeChunk* next = first + 1;
         uint32_t size = first->size;
         while (next != end && next->mem_type == first->mem_type &&
                next->address == first->address + size)
@@ -89,7 +73,7 @@ void outCode() {
         WriteRun(number++, first, next, size);
         first = next;
     }
-    outCodeStart();
+    entries = {};
 }
 
 }  // namespace scan695

@@ -15,9 +15,6 @@
 
 namespace scan695 {
 
-// Drops what a run before has left.
-void outCodeStart();
-
 // Adds a chunk of record.length bytes; a length of 0 adds nothing. The bytes are not copied: they
 // must stay until outCode has run. No memory ends the run.
 void outCodeAdd(const CODEINFO& record, const uint8_t* bytes);

@@ -1,6 +1,5 @@
 #include "stf/stf_scopes.h"
 
-#include "stf/stf_state.h"
 #include "stf/stf_stream.h"
 
 namespace scan695 {
@@ -35,8 +34,8 @@ void outModule(int32_t number, const char* name, const MODULEINFO& record) {
 }
 
 void outSource(const char* name, int32_t module, int8_t language) {
-    ++StfRecords.SourceCounter;
-    outBegin("Source", StfRecords.SourceCounter);
+    ++Stf.SourceCounter;
+    outBegin("Source", Stf.SourceCounter);
     outStr("path", name);
     outEnd();
     outModuleRecord(module, name, language);
@@ -46,7 +45,7 @@ void outLine(int32_t number, const LINEINFO& record) {
     outBegin("Line", number);
     outHex("address", record.address);
     outDec("number", record.number);
-    if (StfRecords.SourceDepth != 0) outRef("source", "Source", StfRecords.SourceCounter);
+    if (Stf.SourceDepth != 0) outRef("source", "Source", Stf.SourceCounter);
     if (record.module != -1) outRef("module", "Module", record.module);
     outEnd();
 }

@@ -2,6 +2,13 @@
 
 namespace scan695 {
 
-StfRecordState StfRecords;
+StfState Stf;
+char StfText[StfState::PAYLOAD + StfState::SPARE];
+
+void StartStf(const char* path) {
+    if (Stf.file != nullptr) std::fclose(Stf.file);
+    Stf = StfState();
+    Stf.FileName = path;
+}
 
 }  // namespace scan695

@@ -2,25 +2,19 @@
 
 #include <cassert>
 #include <cstring>
-#include <string>
 
 #include "base/number_text.h"
-#include "base/text_case.h"
 #include "report/report.h"
 
 namespace scan695 {
 
-StfState Stf;
-
 namespace {
 
-std::string FileName = "test.stf";
-
 char* Here() {
-    return Stf.text + Stf.position;
+    return StfText + Stf.position;
 }
 void MoveTo(const char* end) {
-    Stf.position = static_cast<uint32_t>(end - Stf.text);
+    Stf.position = static_cast<uint32_t>(end - StfText);
 }
 
 // A key and the equals sign.
@@ -33,14 +27,14 @@ StfLine Field(const char* key) {
 }  // namespace
 
 StfLine& StfLine::Text(std::string_view text) {
-    assert(Stf.position + text.size() <= sizeof Stf.text);
+    assert(Stf.position + text.size() <= sizeof StfText);
     std::memcpy(Here(), text.data(), text.size());
     Stf.position += static_cast<uint32_t>(text.size());
     return *this;
 }
 
 StfLine& StfLine::Char(char c) {
-    Stf.text[Stf.position++] = c;
+    StfText[Stf.position++] = c;
     return *this;
 }
 
@@ -60,18 +54,8 @@ void StfLine::End() {
     if (Stf.position >= StfState::PAYLOAD) outFlush();
 }
 
-void outSetFileName(const char* path) {
-    if (Stf.file != nullptr) std::fclose(Stf.file);
-    Stf.C166Flag = 0;
-    Stf.AttribCounter = 0;
-    Stf.position = 0;
-    Stf.file = nullptr;
-    FileName = path;
-}
-
 void outOpen(uint32_t version) {
-    Stf.C166Flag = 0;
-    Stf.file = std::fopen(FileName.c_str(), "wb");
+    Stf.file = std::fopen(Stf.FileName.c_str(), "wb");
     if (Stf.file == nullptr) ReportAndStop(ERROR_OPEN_OUTPUT);
     std::setvbuf(Stf.file, nullptr, _IONBF, 0);  // the text buffer is the buffer
     PrintLine("IEEE695 converter version %u.%02u is running ...\n", version / 100, version % 100);
@@ -90,18 +74,18 @@ void outCloseFile() {
 
 void outFlush() {
     if (Stf.position <= StfState::PAYLOAD) {
-        if (Stf.position != 0) std::fwrite(Stf.text, Stf.position, 1, Stf.file);
+        if (Stf.position != 0) std::fwrite(StfText, Stf.position, 1, Stf.file);
         Stf.position = 0;
         return;
     }
-    std::fwrite(Stf.text, StfState::PAYLOAD, 1, Stf.file);
+    std::fwrite(StfText, StfState::PAYLOAD, 1, Stf.file);
     Stf.position -= StfState::PAYLOAD;
-    std::memcpy(Stf.text, Stf.text + StfState::PAYLOAD, Stf.position);
+    std::memcpy(StfText, StfText + StfState::PAYLOAD, Stf.position);
 }
 
-void outCpu(const char* name) {
+void outCpu(const char* name, uint32_t c166) {
     outAttrib("CPU", name);
-    if (CompareNoCase(name, "C166") == 0) Stf.C166Flag = 1;
+    Stf.C166Flag = c166;
 }
 
 void outAttrib(const char* name, const char* value) {

@@ -15,25 +15,11 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 #include <string_view>
 
+#include "stf/stf_state.h"
+
 namespace scan695 {
-
-struct StfState {
-    static constexpr uint32_t PAYLOAD = 0x40000;  // bytes of a full block
-    static constexpr uint32_t SPARE = 500;        // no line is longer than this
-
-    uint32_t C166Flag = 0;      // 1 behind a CPU Attrib of "C166"
-    int32_t AttribCounter = 0;  // number of the next Attrib record
-    uint32_t position = 0;      // next free byte of the text buffer
-    std::FILE* file = nullptr;
-    char text[PAYLOAD + SPARE];
-};
-extern StfState Stf;
-
-// Starts a run: the path of the STF file, kept as a copy. The stream must be closed.
-void outSetFileName(const char* path);
 
 // Creates the file, prints the banner, writes the first three Attrib records. `version` counts in
 // hundredths. A file that cannot be created ends the run.
@@ -41,8 +27,8 @@ void outOpen(uint32_t version);
 // Writes out what is left and closes the file.
 void outCloseFile();
 
-// The CPU Attrib; "C166" in any case sets C166Flag.
-void outCpu(const char* name);
+// The CPU Attrib, and the C166Flag that goes with it.
+void outCpu(const char* name, uint32_t c166);
 // A whole Attrib record.
 void outAttrib(const char* name, const char* value);
 

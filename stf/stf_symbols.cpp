@@ -2,10 +2,10 @@
 
 #include <cstdio>
 #include <cstring>
+#include <span>
 
 #include "report/report.h"
 #include "stf/register_names.h"
-#include "stf/stf_state.h"
 #include "stf/stf_stream.h"
 #include "stf/type_words.h"
 
@@ -47,7 +47,7 @@ void outStartAddress(uint32_t address) {
     outAttrib("STARTPC", text);
 }
 
-void outSymbolComments(const SYMINFO& record, uint32_t nof_locs, const LOCINFO* locs) {
+void outSymbolComments(const SYMINFO& record, std::span<const LOCINFO> locs) {
     outHex("// si->name_offs", record.name_offs);
     outHex("// si->value", record.value);
     outHex("// si->size", record.size);
@@ -59,14 +59,14 @@ void outSymbolComments(const SYMINFO& record, uint32_t nof_locs, const LOCINFO* 
     outHex("// si->mem_type", static_cast<uint32_t>(record.mem_type));
     outHex("// si->nof_locs", record.nof_locs);
     outHex("// si->locinfo_offs", record.locinfo_offs);
-    for (uint32_t i = 0; i < nof_locs; ++i) {
-        outHex("// locp[l].value", locs[i].value);
-        outHex("// locp[l].storage_class", locs[i].storage_class);
-        outHex("// locp[l].mem_type", static_cast<uint32_t>(locs[i].mem_type));
-        outHex("// locp[l].exec_mem_type", locs[i].exec_mem_type);
-        outHex("// locp[l].fill", static_cast<uint32_t>(locs[i].fill));
-        outHex("// locp[l].beg_address", locs[i].beg_address);
-        outHex("// locp[l].end_address", locs[i].end_address);
+    for (const LOCINFO& location : locs) {
+        outHex("// locp[l].value", location.value);
+        outHex("// locp[l].storage_class", location.storage_class);
+        outHex("// locp[l].mem_type", static_cast<uint32_t>(location.mem_type));
+        outHex("// locp[l].exec_mem_type", location.exec_mem_type);
+        outHex("// locp[l].fill", static_cast<uint32_t>(location.fill));
+        outHex("// locp[l].beg_address", location.beg_address);
+        outHex("// locp[l].end_address", location.end_address);
     }
 }
 
@@ -89,11 +89,11 @@ void outRegister(const char* key_and_prefix, uint32_t value) {
 }
 
 int32_t StackOffset(uint32_t value) {
-    return static_cast<int32_t>(value + static_cast<uint32_t>(StfRecords.StackAdjust));
+    return static_cast<int32_t>(value + static_cast<uint32_t>(Stf.StackAdjust));
 }
 
 void outRange(const LOCINFO& location) {
-    outBegin("Range", StfRecords.RangeCounter);
+    outBegin("Range", Stf.RangeCounter);
     outHex("blkbegin", location.beg_address);
     outHex("blkend", location.end_address);
     if (location.storage_class == STORAGE_REGISTER) {
@@ -104,24 +104,19 @@ void outRange(const LOCINFO& location) {
         outWord("info", "auto");
     }
     outEnd();
-    ++StfRecords.RangeCounter;
+    ++Stf.RangeCounter;
 }
 
 // The first Range record of the symbol and their number.
 void outLocationLines(uint32_t nof_locs) {
     if (nof_locs <= 1) return;
-    outRef("location", "Range", StfRecords.RangeCounter - static_cast<int32_t>(nof_locs));
+    outRef("location", "Range", Stf.RangeCounter - static_cast<int32_t>(nof_locs));
     outDec("locationCount", static_cast<int32_t>(nof_locs));
 }
 
 void outStackAddress(const char* name, uint32_t value) {
-    if (StfRecords.StackAdjust != 0)
-        StfLine()
-            .Text("// ADJUSTING STACK FOR ")
-            .Text(name)
-            .Char(' ')
-            .Dec(StfRecords.StackAdjust)
-            .End();
+    if (Stf.StackAdjust != 0)
+        StfLine().Text("// ADJUSTING STACK FOR ").Text(name).Char(' ').Dec(Stf.StackAdjust).End();
     StfLine().Text("address=stack ").Dec(StackOffset(value)).Char(';').End();
 }
 
@@ -149,18 +144,19 @@ void outPlace(const char* name, uint8_t storage_class, uint32_t value, uint32_t 
 
 }  // namespace
 
-void outSymbol(const char* name, const SYMINFO& record, uint32_t nof_locs, const LOCINFO* locs) {
+void outSymbol(const char* name, const SYMINFO& record, std::span<const LOCINFO> locs) {
+    const auto nof_locs = static_cast<uint32_t>(locs.size());
     if (!IsFitName(name)) return Reject("", name);
     if (IsStartSymbol(name, record)) outStartAddress(record.value);
-    if (Report.DebugMode != 0) outSymbolComments(record, nof_locs, locs);
+    if (Report.DebugMode != 0) outSymbolComments(record, locs);
     if (record.type_index == TYPE_VOID && record.storage_class == STORAGE_AUTO)
         return Reject("VOID ", name);
     if (record.storage_class == STORAGE_STATIC && record.mem_type == MEM_UNKNOWN)
         return Reject("Static ", name);
 
     if (IsLocal(record) && nof_locs > 1)
-        for (uint32_t i = 0; i < nof_locs; ++i) outRange(locs[i]);
-    outBegin("Symbol", StfRecords.SymbolCounter);
+        for (const LOCINFO& location : locs) outRange(location);
+    outBegin("Symbol", Stf.SymbolCounter);
     outName("name", record.name_offs);
     if (IsLocal(record) && nof_locs == 1)
         outPlace(name, locs[0].storage_class, locs[0].value, nof_locs);
@@ -170,7 +166,7 @@ void outSymbol(const char* name, const SYMINFO& record, uint32_t nof_locs, const
     if (record.module >= 0) outRef("module", "Module", record.module);
     if (record.block >= 0) outRef("block", "Block", record.block);
     outEnd();
-    ++StfRecords.SymbolCounter;
+    ++Stf.SymbolCounter;
 }
 
 }  // namespace scan695

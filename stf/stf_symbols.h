@@ -3,13 +3,13 @@
 // not gets a comment line, and stays in the tables.
 #pragma once
 
-#include <cstdint>
+#include <span>
 
 #include "store/records.h"
 
 namespace scan695 {
 
 // `name` is the text as it is stored. None of this can fail.
-void outSymbol(const char* name, const SYMINFO& record, uint32_t nof_locs, const LOCINFO* locs);
+void outSymbol(const char* name, const SYMINFO& record, std::span<const LOCINFO> locs);
 
 }  // namespace scan695

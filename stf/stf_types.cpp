@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "report/report.h"
-#include "stf/stf_state.h"
 #include "stf/stf_stream.h"
 #include "stf/type_words.h"
 
@@ -95,8 +94,7 @@ void outUnsigned(const char* key, uint32_t value) {
 // The number of members and the first of them, which stand in front of the record.
 void outMembers(uint32_t count) {
     outUnsigned("count", count);
-    if (count != 0)
-        outRef("info", "Member", StfRecords.MemberCounter - static_cast<int32_t>(count));
+    if (count != 0) outRef("info", "Member", Stf.MemberCounter - static_cast<int32_t>(count));
 }
 
 void outFunction(uint32_t number, const Variant::Function& u) {

@@ -1,10 +1,9 @@
 #include "stf/type_words.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <new>
 
 #include "report/report.h"
-#include "stf/stf_state.h"
 #include "stf/stf_stream.h"
 #include "store/records.h"
 #include "store/tables.h"
@@ -26,20 +25,10 @@ constexpr const char* BASIC_WORDS[] = {
 constexpr uint32_t NOF_WORDS = sizeof BASIC_WORDS / sizeof BASIC_WORDS[0];
 static_assert(NOF_WORDS == 44);
 
-// The pairs in the order of their numbers: type records are written in that order.
-struct TypeAliasTable {
-    TypeAlias* pairs = nullptr;
-    uint32_t count = 0;
-    uint32_t capacity = 0;
-};
-TypeAliasTable Aliases;
-
 const TypeAlias* FindTypeAlias(uint32_t number) {
-    const TypeAlias* begin = Aliases.pairs;
-    const TypeAlias* end = begin + Aliases.count;
-    const TypeAlias* pair = std::lower_bound(
-        begin, end, number, [](const TypeAlias& a, uint32_t wanted) { return a.number < wanted; });
-    return pair != end && pair->number == number ? pair : nullptr;
+    const std::vector<TypeAlias>& aliases = Stf.TypeAliasTable;
+    const auto pair = std::ranges::lower_bound(aliases, number, {}, &TypeAlias::number);
+    return pair != aliases.end() && pair->number == number ? &*pair : nullptr;
 }
 
 const char* BasicWord(uint32_t type_index) {
@@ -53,20 +42,16 @@ void SeekImage(uint32_t offset, const char* failure) {
 }  // namespace
 
 int AddTypeAlias(uint32_t number, uint32_t target) {
-    if (Aliases.count == Aliases.capacity) {
-        const uint32_t capacity = std::max(100U, 2 * Aliases.capacity);
-        void* pairs = std::realloc(Aliases.pairs, capacity * sizeof(TypeAlias));
-        if (pairs == nullptr) return 0;
-        Aliases.pairs = static_cast<TypeAlias*>(pairs);
-        Aliases.capacity = capacity;
+    try {
+        Stf.TypeAliasTable.push_back({number, target});
+    } catch (const std::bad_alloc&) {
+        return 0;
     }
-    Aliases.pairs[Aliases.count++] = {number, target};
     return 1;
 }
 
 void FreeTypeAliases() {
-    std::free(Aliases.pairs);
-    Aliases = {};
+    Stf.TypeAliasTable = {};
 }
 
 void outName(const char* key, uint32_t name_offs) {
@@ -99,12 +84,12 @@ void outField(int32_t count, uint32_t field_offs) {
         SeekImage(field_offs, "outField seek error");
         FIELDINFO field = {};
         if (Store.FstImage.Read(&field, sizeof field) == 0) ReportAndStop("outField read error");
-        outBegin("Member", StfRecords.MemberCounter);
+        outBegin("Member", Stf.MemberCounter);
         outName("name", field.name_offs);
         outDec("value", static_cast<int32_t>(field.value));
         outType("type", field.type_index);
         outEnd();
-        ++StfRecords.MemberCounter;
+        ++Stf.MemberCounter;
     }
     SeekImage(position, "outField restoring");
 }

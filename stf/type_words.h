@@ -3,18 +3,11 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 namespace scan695 {
 
-// A type record's ordinal and the type index that stands in for it in type references.
-struct TypeAlias {
-    uint32_t number;
-    uint32_t target;
-};
-
-// Adds a pair to the TypeAliasTable; of several for one number the first counts. 0, and the pair is
-// lost, when there is no memory.
+// Adds a pair to the TypeAliasTable, in the order of the numbers; of several for one number the
+// first counts. 0, and the pair is lost, when there is no memory.
 int AddTypeAlias(uint32_t number, uint32_t target);
 // Empties the TypeAliasTable and frees its memory.
 void FreeTypeAliases();

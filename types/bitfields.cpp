@@ -1,6 +1,7 @@
 #include "types/bitfields.h"
 
 #include "input/cursor.h"
+#include "input/processor.h"
 #include "report/report.h"
 #include "store/tables.h"
 #include "store/type_records.h"
@@ -103,7 +104,7 @@ void ResetPlacement() {
 }
 
 uint32_t PlaceBitfield(uint32_t bit_offset, bool new_group, TYPEINFO& record) {
-    if (Store.Header.processor == PROCESSOR_TRICORE)
+    if (Input.Processor->bitfields == BitfieldRule::ANCHOR_BYTES)
         return AlignBitfield(static_cast<int32_t>(bit_offset), record.u.bits.nof_bits, record);
     return PlaceInC166Unit(bit_offset, new_group, record);
 }

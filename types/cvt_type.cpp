@@ -1,9 +1,9 @@
 #include "types/cvt_type.h"
 
-#include "input/scan_state.h"
+#include "input/input_state.h"
+#include "input/processor.h"
 #include "report/report.h"
 #include "store/records.h"
-#include "store/tables.h"
 #include "types/type_state.h"
 
 namespace scan695 {
@@ -25,21 +25,9 @@ constexpr uint32_t COMMON_TYPES[] = {
 constexpr uint32_t NOF_COMMON_TYPES = sizeof COMMON_TYPES / sizeof COMMON_TYPES[0];
 static_assert(NOF_COMMON_TYPES == 26);
 
-struct ProcessorType {
-    bool c166;
-    uint32_t tk_ti;
-    BasicType type;
-};
-constexpr ProcessorType PROCESSOR_TYPES[] = {
-    {true, 72, TYPE_UINT},   {true, 73, TYPE_INT},     {false, 26, TYPE_ULONG},
-    {false, 27, TYPE_ULONG}, {false, 28, TYPE_USHORT},
-};
-
 uint32_t CvtProcessorType(uint32_t tk_ti) {
-    const bool c166 = Scan.ScanC166 != 0;
-    if (c166 || Store.Header.processor == PROCESSOR_TRICORE)
-        for (const ProcessorType& entry : PROCESSOR_TYPES)
-            if (entry.c166 == c166 && entry.tk_ti == tk_ti) return entry.type;
+    for (const ExtraType& extra : Input.Processor->extra_types)
+        if (extra.tk_ti == tk_ti) return extra.type;
     PrintLine("**** UNRECOGNIZED tk_ti=%u, converted to UNDEFINED/UINT\n", tk_ti);
     return TYPE_UINT;
 }

@@ -1,7 +1,7 @@
 // Definitions over one other type: arrays, pointers, attributes, other names.
-#include "input/scan_state.h"
+#include "input/input_state.h"
+#include "input/processor.h"
 #include "report/report.h"
-#include "store/basic_types.h"
 #include "store/tables.h"
 #include "types/cvt_type.h"
 #include "types/definitions.h"
@@ -21,12 +21,6 @@ TYPEINFO AttributeRecord(uint32_t base, uint32_t value) {
     record.u.pointer.type_index = base;
     record.u.pointer.spec = static_cast<uint8_t>(value);
     return record;
-}
-
-// The far pointers of the 296sa_ processors are the ones whose two sizes differ.
-uint32_t SizeOfPointer(bool large) {
-    if (Store.Header.processor == PROCESSOR_C166_FAMILY && Scan.ScanC166 == 0) return large ? 3 : 2;
-    return BasicTypes.PointerSize;
 }
 
 // A definition without a number of its own: enters the name in the TkAliasMap.
@@ -109,7 +103,8 @@ uint32_t ScanPointer(const Definition& definition) {
     record.type_tag = TAG_POINTER;
     record.u.pointer.type_index = target;
     record.u.pointer.spec = large ? LARGE_POINTER : SMALL_POINTER;
-    record.u.pointer.ptr_size = static_cast<uint8_t>(SizeOfPointer(large));
+    record.u.pointer.ptr_size =
+        large ? Input.Processor->large_pointer_size : Input.Processor->small_pointer_size;
     AppendType(record, number);
     Trace("%s POINTER(%x)=%u to %u\n", large ? "LARGE" : "SMALL", definition.tk_idx, number,
           target);

@@ -4,10 +4,6 @@ namespace scan695 {
 
 TypeState Types;
 
-void CreateTypeMaps() {
-    Types = TypeState();
-}
-
 void FreeTypeMaps() {
     Types = TypeState();
 }

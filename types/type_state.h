@@ -10,6 +10,7 @@
 namespace scan695 {
 
 struct TypeState {
+    uint32_t nesting = 0;  // of type definitions, for the limit of 1,000
     TMAP Map;
     TkAliasMap Aliases;
 
@@ -31,9 +32,8 @@ struct TypeState {
 };
 extern TypeState Types;
 
-// The type maps live from the start of a scan to its cleanup. FreeTypeMaps gives all their memory
-// back and can be called twice.
-void CreateTypeMaps();
+// The type maps live from the start of a run to the cleanup of the scan, which gives all their
+// memory back. Can be called twice.
 void FreeTypeMaps();
 
 }  // namespace scan695

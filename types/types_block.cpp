@@ -1,6 +1,7 @@
 #include "types/types_block.h"
 
 #include "input/cursor.h"
+#include "input/record_codes.h"
 #include "report/report.h"
 #include "types/cvt_type.h"
 #include "types/definition.h"
@@ -19,7 +20,7 @@ uint32_t ScanTypeName(char* name) {
 
 void ScanTypeRecord(uint32_t ref_idx, char* name) {
     const uint32_t tk_idx = RequireNumber();
-    if (ReadByte() != BYTE_N) UnexpectedRecord();
+    if (ReadByte() != LETTER_N) UnexpectedRecord();
     if (RequireNumber() != ref_idx) StopAtLastOffset("Unexpected type ident at %x\n");
     Trace("Type=%u, ref_idx=%u\n", tk_idx, ref_idx);
     if (tk_idx < FIRST_USER_TYPE) StopAtLastOffset("Unrecognized compound type at %X\n");

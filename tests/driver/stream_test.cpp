@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 // Opens the stream on a file of its own and gives its path.
 fs::path OpenStream() {
     const fs::path path = harness::ScratchDirectory() / "t.stf";
-    outSetFileName(path.c_str());
+    StartStf(path.c_str());
     outOpen(144);
     return path;
 }

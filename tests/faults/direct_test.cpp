@@ -2,11 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "driver/run.h"
-#include "input/scan_state.h"
-#include "reader/external_part.h"
+#include "scopes/add_records.h"
 #include "scopes/conversions.h"
 #include "scopes/lifetime_fixup.h"
-#include "scopes/modules.h"
 #include "scopes/scope_state.h"
 #include "stf/type_words.h"
 #include "store/tables.h"
@@ -31,15 +29,15 @@ void LostSymbolName() {
     symbol.name_offs = BEYOND;
     AppendRecord(Store.GlobalSymbolTable, symbol);
     Store.Header.nof_global_symbols = 1;
-    SymbolDefined("x");
+    (void)SymbolDefined("x");
 }
 
 void LostModuleName() {
     MODULEINFO module = {};
     module.name_offs = BEYOND;
     AppendRecord(Store.ModuleTable, module);
-    Scan.CurrentModule = 0;
-    ModuleExists("x");
+    Scopes.CurrentModule = 0;
+    (void)ModuleExists("x");
 }
 
 void LostLifetime() {
@@ -49,7 +47,7 @@ void LostLifetime() {
     LOCINFO location = {};
     location.end_address = 0xFFFFFFFF;
     Store.Header.nof_block_symbols = 1;
-    WatchLifetime(0, symbol, 1, location);
+    WatchLifetime(0, symbol, {&location, 1});
     CloseLifetimes(0, 0x100);
 }
 

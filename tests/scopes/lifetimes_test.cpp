@@ -9,9 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "input/input_state.h"
+#include "input/processor.h"
 #include "report/report.h"
 #include "scopes/mark_groups.h"
-#include "store/tables.h"
 
 namespace scan695 {
 namespace {
@@ -26,7 +27,7 @@ TkLoc E(uint32_t pc, uint32_t addr, uint32_t mem = 0) {
 
 // "100-120:3 " for a range in R3.
 std::string Ranges(std::vector<TkLoc> marks) {
-    Store.Header.processor = PROCESSOR_C166_FAMILY;
+    Input.Processor = FindProcessor("80166");
     std::string text;
     uint32_t unterminated = 0;
     for (const LOCINFO& location : MakeLocations(marks, unterminated)) {

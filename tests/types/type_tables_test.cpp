@@ -3,6 +3,8 @@
 
 #include <vector>
 
+#include "input/input_state.h"
+#include "input/processor.h"
 #include "store/basic_types.h"
 #include "store/tables.h"
 #include "store/type_records.h"
@@ -78,7 +80,7 @@ TEST_F(TypeTables, PlacementOfBitfields) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        Store.Header.processor = c.processor;
+        Input.Processor = FindProcessor(c.processor == PROCESSOR_TRICORE ? "tri" : "80166");
         Types.BfParentSize = c.struct_size;
         ResetPlacement();
         bool new_group = true;

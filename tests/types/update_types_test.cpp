@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "input/cursor.h"
+#include "input/processor.h"
 #include "report/report.h"
 #include "store/tables.h"
 #include "types/bitfields.h"
@@ -140,7 +141,7 @@ class BothWalks {
         Store = StoreState();
         Types = TypeState();
         ReserveFstHeader();
-        Store.Header.processor = seed % 2 == 0 ? PROCESSOR_C166_FAMILY : PROCESSOR_TRICORE;
+        Input.Processor = FindProcessor(seed % 2 == 0 ? "80166" : "tri");
         Input.InputCursor = 1;
         Report.DebugMode = debug;
         BeginBlock();

@@ -1,5 +1,7 @@
-// The shape that the AD extension and environment parts share: an NN record, then ATN records under
-// its index, each with an attribute code and fields that follow from it.
+// The shape that the AD extension and environment parts share:
+//
+//     F0 index name                   NN
+//     F1 CE index type code fields    ATN, one or more; the code tells the fields
 #pragma once
 
 #include <cstdint>

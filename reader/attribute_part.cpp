@@ -1,6 +1,7 @@
-#include "input/attribute_part.h"
+#include "reader/attribute_part.h"
 
 #include "input/cursor.h"
+#include "input/record_codes.h"
 
 namespace scan695 {
 

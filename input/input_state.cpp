@@ -1,0 +1,11 @@
+#include "input/input_state.h"
+
+namespace scan695 {
+
+InputState Input;
+
+void StartInput() {
+    Input = InputState();
+}
+
+}  // namespace scan695

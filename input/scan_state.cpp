@@ -1,7 +1,0 @@
-#include "input/scan_state.h"
-
-namespace scan695 {
-
-ScanState Scan;
-
-}  // namespace scan695
