@@ -49,19 +49,19 @@ bool NamesInOrder(const Fst& fst, const Record& a, const Record& b) {
 }
 
 // Gives false if the entries of the slice are not its records, each one once.
-bool CheckEntries(const Fst& fst, SectionId index, const Slice& slice, Report& report) {
+bool CheckEntries(const Fst& fst, SectionId index, const Slice& slice, Findings& findings) {
     std::vector<bool> is_listed(slice.count);
     bool is_good = true;
     for (uint64_t i = slice.entry; i < slice.entry + slice.count; ++i) {
         const uint32_t number = *ReadEntry<uint32_t>(fst, index, i);
         const uint32_t place = number - slice.first;
         if (place >= slice.count) {
-            report.Add("%s: entry %llu names record %u, which is not of its slice",
-                       fst.sections[index].name, Wide(i), number);
+            findings.Add("%s: entry %llu names record %u, which is not of its slice",
+                         fst.sections[index].name, Wide(i), number);
             is_good = false;
         } else if (is_listed[place]) {
-            report.Add("%s: entry %llu names record %u a second time", fst.sections[index].name,
-                       Wide(i), number);
+            findings.Add("%s: entry %llu names record %u a second time", fst.sections[index].name,
+                         Wide(i), number);
             is_good = false;
         } else {
             is_listed[place] = true;
@@ -72,18 +72,18 @@ bool CheckEntries(const Fst& fst, SectionId index, const Slice& slice, Report& r
 
 template <class Record>
 void CheckIndex(const Fst& fst, SectionId index, SectionId table, const std::vector<Slice>& slices,
-                InOrder<Record> in_order, Report& report) {
+                InOrder<Record> in_order, Findings& findings) {
     for (const Slice& slice : slices) {
         if (slice.entry + slice.count > UsableEntries(fst, index)) return;
-        if (!CheckEntries(fst, index, slice, report)) continue;
+        if (!CheckEntries(fst, index, slice, findings)) continue;
         // Records behind the end of a symbol table that lacks some cannot be compared.
         if (uint64_t{slice.first} + slice.count > UsableEntries(fst, table)) continue;
         std::optional<Record> earlier;
         for (uint64_t i = slice.entry; i < slice.entry + slice.count; ++i) {
             const auto later = ReadEntry<Record>(fst, table, *ReadEntry<uint32_t>(fst, index, i));
             if (earlier && !in_order(fst, *earlier, *later)) {
-                report.Add("%s: entries %llu and %llu are out of order", fst.sections[index].name,
-                           Wide(i - 1), Wide(i));
+                findings.Add("%s: entries %llu and %llu are out of order", fst.sections[index].name,
+                             Wide(i - 1), Wide(i));
             }
             earlier = later;
         }
@@ -96,21 +96,21 @@ std::vector<Slice> Whole(uint32_t count) {
 
 }  // namespace
 
-void CheckIndexes(const Fst& fst, Report& report) {
+void CheckIndexes(const Fst& fst, Findings& findings) {
     const FstHeader& header = fst.header;
-    CheckIndex<TYPEINFO>(fst, TYPE_INDEX, TYPES, Whole(header.nof_types), TypesInOrder, report);
+    CheckIndex<TYPEINFO>(fst, TYPE_INDEX, TYPES, Whole(header.nof_types), TypesInOrder, findings);
     CheckIndex<BLOCKINFO>(fst, BLOCK_ADDR_INDEX, BLOCKS, Whole(header.nof_blocks), BlocksInOrder,
-                          report);
+                          findings);
     const std::vector<Slice> symbols = SymbolSlices(fst);
-    CheckIndex<SYMINFO>(fst, SYMBOL_ADDR_INDEX, SYMBOLS, symbols, SymbolAddressesInOrder, report);
-    CheckIndex<SYMINFO>(fst, SYMBOL_NAME_INDEX, SYMBOLS, symbols, NamesInOrder<SYMINFO>, report);
+    CheckIndex<SYMINFO>(fst, SYMBOL_ADDR_INDEX, SYMBOLS, symbols, SymbolAddressesInOrder, findings);
+    CheckIndex<SYMINFO>(fst, SYMBOL_NAME_INDEX, SYMBOLS, symbols, NamesInOrder<SYMINFO>, findings);
     const std::vector<Slice> lines = LineSlices(fst);
-    CheckIndex<LINEINFO>(fst, LINE_ADDR_INDEX, LINES, lines, LineAddressesInOrder, report);
-    CheckIndex<LINEINFO>(fst, LINE_NUMBER_INDEX, LINES, lines, LineNumbersInOrder, report);
+    CheckIndex<LINEINFO>(fst, LINE_ADDR_INDEX, LINES, lines, LineAddressesInOrder, findings);
+    CheckIndex<LINEINFO>(fst, LINE_NUMBER_INDEX, LINES, lines, LineNumbersInOrder, findings);
     CheckIndex<LINEINFO>(fst, GLOBAL_LINE_INDEX, LINES, Whole(header.nof_lines),
-                         LineAddressesInOrder, report);
+                         LineAddressesInOrder, findings);
     CheckIndex<MODULEINFO>(fst, MODULE_NAME_INDEX, MODULES, Whole(header.nof_modules),
-                           NamesInOrder<MODULEINFO>, report);
+                           NamesInOrder<MODULEINFO>, findings);
 }
 
 }  // namespace scan695::inspector

@@ -51,19 +51,19 @@ bool IsMemoryOfSegment(uint8_t mem_type) {
     return mem_type == MEM_CODE || mem_type == MEM_DATA || mem_type == MEM_UNKNOWN;
 }
 
-void CheckCodeBlock(size_t number, const CODEINFO& head, Report& report) {
-    if (head.length == 0) report.Add("code block %llu: empty", Wide(number));
-    if (head.module != -1) report.Add("code block %llu: module is %d", Wide(number), head.module);
+void CheckCodeBlock(size_t number, const CODEINFO& head, Findings& findings) {
+    if (head.length == 0) findings.Add("code block %llu: empty", Wide(number));
+    if (head.module != -1) findings.Add("code block %llu: module is %d", Wide(number), head.module);
     if (!IsMemoryOfSegment(head.mem_type)) {
-        report.Add("code block %llu: memory is %u", Wide(number), head.mem_type);
+        findings.Add("code block %llu: memory is %u", Wide(number), head.mem_type);
     }
     if (head.reserved[0] != 0 || head.reserved[1] != 0 || head.reserved[2] != 0) {
-        report.Add("code block %llu: reserved bytes are not zero", Wide(number));
+        findings.Add("code block %llu: reserved bytes are not zero", Wide(number));
     }
     // Every piece of a block begins in the block's own 64 KB page.
     if (uint64_t{head.address % PAGE} + head.length >= PAGE + LARGEST_PIECE) {
-        report.Add("code block %llu: 0x%x bytes from 0x%x on cross the page", Wide(number),
-                   head.length, head.address);
+        findings.Add("code block %llu: 0x%x bytes from 0x%x on cross the page", Wide(number),
+                     head.length, head.address);
     }
 }
 
@@ -83,9 +83,9 @@ bool HasOverlap(std::vector<CodeBlock> code) {
 
 }  // namespace
 
-void CheckRanges(const Fst& fst, Report& report) {
+void CheckRanges(const Fst& fst, Findings& findings) {
     const uint64_t usable = UsableEntries(fst, RANGES);
-    if (usable != 0 && !HasCode(fst)) report.Add("ranges: present without code");
+    if (usable != 0 && !HasCode(fst)) findings.Add("ranges: present without code");
     const bool has_points = HasPoints(fst);
     const bool is_ordered = !ReachesEndOfMemory(fst);
     std::optional<uint32_t> module_before;
@@ -93,41 +93,41 @@ void CheckRanges(const Fst& fst, Report& report) {
     for (uint64_t i = 0; i < usable; ++i) {
         const auto range = *ReadEntry<RANGEINFO>(fst, RANGES, i);
         if (range.module >= fst.header.nof_modules) {
-            report.Add("range %llu: no module %u", Wide(i), range.module);
+            findings.Add("range %llu: no module %u", Wide(i), range.module);
         }
         if (module_before == range.module) {
-            report.Add("range %llu: of the same module as the one before", Wide(i));
+            findings.Add("range %llu: of the same module as the one before", Wide(i));
         }
         module_before = range.module;
         if (!is_ordered) continue;
         if (has_points && range.length < 2) {
-            report.Add("range %llu: length is %u", Wide(i), range.length);
+            findings.Add("range %llu: length is %u", Wide(i), range.length);
         }
         const uint64_t end = uint64_t{range.address} + range.length;
-        if (end > ADDRESS_SPACE) report.Add("range %llu: ends outside the memory", Wide(i));
+        if (end > ADDRESS_SPACE) findings.Add("range %llu: ends outside the memory", Wide(i));
         if (range.length == 0) continue;  // what is left of a stretch that others overruled
         if (range.address < end_before) {
-            report.Add("range %llu: begins at 0x%x, inside or below the one before", Wide(i),
-                       range.address);
+            findings.Add("range %llu: begins at 0x%x, inside or below the one before", Wide(i),
+                         range.address);
         }
         end_before = end;
     }
 }
 
-void CheckCode(const Fst& fst, Report& report) {
+void CheckCode(const Fst& fst, Findings& findings) {
     bool is_sorted = true;
     for (size_t i = 0; i < fst.code.size(); ++i) {
         const CODEINFO& head = fst.code[i].head;
-        CheckCodeBlock(i, head, report);
+        CheckCodeBlock(i, head, findings);
         if (i == 0) continue;
         const CODEINFO& before = fst.code[i - 1].head;
         is_sorted = is_sorted && !CodeInOrder(fst.code[i], fst.code[i - 1]);
         if (before.mem_type == head.mem_type && before.address + before.length == head.address &&
             before.address / PAGE == head.address / PAGE) {
-            report.Add("code block %llu: continues the one before", Wide(i));
+            findings.Add("code block %llu: continues the one before", Wide(i));
         }
     }
-    if (!is_sorted && !HasOverlap(fst.code)) report.Add("code: not sorted, and nothing overlaps");
+    if (!is_sorted && !HasOverlap(fst.code)) findings.Add("code: not sorted, and nothing overlaps");
 }
 
 }  // namespace scan695::inspector

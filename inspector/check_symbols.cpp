@@ -15,7 +15,7 @@ bool IsIndexBelow(int32_t number, uint32_t count) {
     return number >= -1 && int64_t{number} < int64_t{count};
 }
 
-void CheckLocation(uint64_t number, const LOCINFO& location, Report& report) {
+void CheckLocation(uint64_t number, const LOCINFO& location, Findings& findings) {
     bool is_good = location.fill == 0;
     if (location.exec_mem_type == 0) {  // of a variable
         const bool is_register = location.storage_class == STORAGE_REGISTER;
@@ -26,29 +26,29 @@ void CheckLocation(uint64_t number, const LOCINFO& location, Report& report) {
         is_good = is_good && location.exec_mem_type == 1 && location.storage_class == 0 &&
                   location.mem_type == 0;
     }
-    if (!is_good) report.Add("symbol %llu: impossible location", Wide(number));
+    if (!is_good) findings.Add("symbol %llu: impossible location", Wide(number));
 }
 
-void CheckLocations(const Fst& fst, uint64_t number, const SYMINFO& symbol, Report& report) {
+void CheckLocations(const Fst& fst, uint64_t number, const SYMINFO& symbol, Findings& findings) {
     const bool has_locations = (symbol.access_mode & ACCESS_HAS_LOCATIONS) != 0;
     if ((symbol.access_mode & ~ACCESS_HAS_LOCATIONS) != 0) {
-        report.Add("symbol %llu: access mode is 0x%x", Wide(number), symbol.access_mode);
+        findings.Add("symbol %llu: access mode is 0x%x", Wide(number), symbol.access_mode);
     }
     if (!has_locations && symbol.nof_locs != 0) {
-        report.Add("symbol %llu: %u locations without their flag", Wide(number), symbol.nof_locs);
+        findings.Add("symbol %llu: %u locations without their flag", Wide(number), symbol.nof_locs);
     }
     const uint32_t size = StoredElements(symbol.nof_locs) * LIST_ELEMENT_BYTES;
     if (size == 0) {
         if (symbol.locinfo_offs != 0) {
-            report.Add("symbol %llu: location list without elements", Wide(number));
+            findings.Add("symbol %llu: location list without elements", Wide(number));
         }
         return;
     }
-    if (!CheckList(fst, symbol.locinfo_offs, size, "symbol", number, report)) return;
+    if (!CheckList(fst, symbol.locinfo_offs, size, "symbol", number, findings)) return;
     for (uint32_t at = 0; at < size; at += sizeof(LOCINFO)) {
         LOCINFO location;
         if (!ReadAt(fst, uint64_t{symbol.locinfo_offs} + at, location)) return;
-        CheckLocation(number, location, report);
+        CheckLocation(number, location, findings);
     }
 }
 
@@ -77,35 +77,33 @@ std::optional<uint32_t> SizeOfBasicType(const Fst& fst, uint32_t index) {
 
 // The size follows from the type, which has lost its attributes. Types are looked up by the low 16
 // bits of the index.
-void CheckSize(const Fst& fst, uint64_t number, const SYMINFO& symbol, Report& report) {
+void CheckSize(const Fst& fst, uint64_t number, const SYMINFO& symbol, Findings& findings) {
     const uint32_t index = symbol.type_index;
     std::optional<uint32_t> size;
     if (index < FIRST_TYPE_INDEX) {
         if (!IsBasicType(index) || index == TYPE_LABEL) {
-            report.Add("symbol %llu: no basic type %u", Wide(number), index);
+            findings.Add("symbol %llu: no basic type %u", Wide(number), index);
             return;
         }
         size = SizeOfBasicType(fst, index);
     } else {
-        const auto record = fst.type_records.find(index & 0xFFFF);
-        const auto type = record == fst.type_records.end()
-                              ? std::nullopt
-                              : ReadEntry<TYPEINFO>(fst, TYPES, record->second);
-        if (!type || type->type_tag == TAG_ATTRIBUTE) {
-            report.Add("symbol %llu: type %u %s", Wide(number), index,
-                       type ? "is an attribute" : "has no record");
+        const auto found = FindType(fst, index & 0xFFFF);
+        if (!found || found->type.type_tag == TAG_ATTRIBUTE) {
+            findings.Add("symbol %llu: type %u %s", Wide(number), index,
+                         found ? "is an attribute" : "has no record");
             return;
         }
-        size = SizeOf(*type);
+        size = SizeOf(found->type);
     }
     if (size && symbol.size != *size) {
-        report.Add("symbol %llu: size is %u, its type has %u", Wide(number), symbol.size, *size);
+        findings.Add("symbol %llu: size is %u, its type has %u", Wide(number), symbol.size, *size);
     }
 }
 
 // A symbol with a module and a block stands among the block symbols, another static one with a
 // module among the module symbols, any other among the global ones.
-void CheckPlace(const FstHeader& header, uint64_t number, const SYMINFO& symbol, Report& report) {
+void CheckPlace(const FstHeader& header, uint64_t number, const SYMINFO& symbol,
+                Findings& findings) {
     const bool has_module = symbol.module != -1;
     uint64_t first = 0;
     uint64_t count = header.nof_global_symbols;
@@ -117,51 +115,51 @@ void CheckPlace(const FstHeader& header, uint64_t number, const SYMINFO& symbol,
         count = header.nof_module_symbols;
     }
     if (number < first || number - first >= count) {
-        report.Add("symbol %llu: in the wrong part of the table", Wide(number));
+        findings.Add("symbol %llu: in the wrong part of the table", Wide(number));
     }
 }
 
-void CheckSymbol(const Fst& fst, uint64_t number, const SYMINFO& symbol, Report& report) {
+void CheckSymbol(const Fst& fst, uint64_t number, const SYMINFO& symbol, Findings& findings) {
     if (!IsIndexBelow(symbol.module, fst.header.nof_modules)) {
-        report.Add("symbol %llu: no module %d", Wide(number), symbol.module);
+        findings.Add("symbol %llu: no module %d", Wide(number), symbol.module);
     }
     if (!IsIndexBelow(symbol.block, fst.header.nof_blocks)) {
-        report.Add("symbol %llu: no block %d", Wide(number), symbol.block);
+        findings.Add("symbol %llu: no block %d", Wide(number), symbol.block);
     }
     if (symbol.storage_class > STORAGE_REGISTER || !IsMemory(symbol.mem_type)) {
-        report.Add("symbol %llu: storage class %u in memory %d", Wide(number), symbol.storage_class,
-                   symbol.mem_type);
+        findings.Add("symbol %llu: storage class %u in memory %d", Wide(number),
+                     symbol.storage_class, symbol.mem_type);
     }
     if (symbol.reserved != 0) {
-        report.Add("symbol %llu: reserved bytes are not zero", Wide(number));
+        findings.Add("symbol %llu: reserved bytes are not zero", Wide(number));
     }
-    CheckLocations(fst, number, symbol, report);
-    CheckSize(fst, number, symbol, report);
-    if (HasAllSymbols(fst)) CheckPlace(fst.header, number, symbol, report);
+    CheckLocations(fst, number, symbol, findings);
+    CheckSize(fst, number, symbol, findings);
+    if (HasAllSymbols(fst)) CheckPlace(fst.header, number, symbol, findings);
 }
 
 }  // namespace
 
-void CheckSymbols(const Fst& fst, Report& report) {
+void CheckSymbols(const Fst& fst, Findings& findings) {
     const Section& section = fst.sections[SYMBOLS];
     const uint64_t expected = fst.header.nof_all_symbols;
     if (section.entries > expected || (expected - section.entries) % 0x10000 != 0) {
-        report.Add("header: %llu symbols, but %llu in the scopes", Wide(expected),
-                   Wide(section.entries));
+        findings.Add("header: %llu symbols, but %llu in the scopes", Wide(expected),
+                     Wide(section.entries));
     }
     int longest_name = 0;
     const uint64_t usable = UsableEntries(fst, SYMBOLS);
     for (uint64_t i = 0; i < usable; ++i) {
         const auto symbol = *ReadEntry<SYMINFO>(fst, SYMBOLS, i);
         longest_name =
-            std::max(longest_name, CheckName(fst, symbol.name_offs, "symbol", i, report));
-        CheckSymbol(fst, i, symbol, report);
+            std::max(longest_name, CheckName(fst, symbol.name_offs, "symbol", i, findings));
+        CheckSymbol(fst, i, symbol, findings);
     }
     const int stated = fst.header.max_symbol_name;
     const bool is_complete = HasAllSymbols(fst) && usable == expected;
     if (is_complete ? stated != longest_name : stated < longest_name) {
-        report.Add("header: max_symbol_name is %d, the longest name has %d characters", stated,
-                   longest_name);
+        findings.Add("header: max_symbol_name is %d, the longest name has %d characters", stated,
+                     longest_name);
     }
 }
 

@@ -8,18 +8,18 @@ struct TypeCheck {
     const Fst& fst;
     uint64_t number;
     const TYPEINFO& type;
-    Report& report;
+    Findings& findings;
 
     void Require(bool is_good, const char* what) const {
-        if (!is_good) report.Add("type %llu: %s", Wide(number), what);
+        if (!is_good) findings.Add("type %llu: %s", Wide(number), what);
     }
-    void Name(uint32_t offset) const { CheckName(fst, offset, "type", number, report); }
+    void Name(uint32_t offset) const { CheckName(fst, offset, "type", number, findings); }
 };
 
 enum class FieldKind { MEMBER, ITEM, PARAMETER };
 
 void CheckFields(const TypeCheck& check, uint32_t offset, uint32_t size, FieldKind kind) {
-    if (!CheckList(check.fst, offset, size, "type", check.number, check.report)) return;
+    if (!CheckList(check.fst, offset, size, "type", check.number, check.findings)) return;
     for (uint32_t at = 0; at < size; at += sizeof(FIELDINFO)) {
         FIELDINFO field;
         if (!ReadAt(check.fst, uint64_t{offset} + at, field)) return;
@@ -129,10 +129,10 @@ void CheckType(const TypeCheck& check) {
 
 }  // namespace
 
-void CheckTypes(const Fst& fst, Report& report) {
+void CheckTypes(const Fst& fst, Findings& findings) {
     for (uint64_t i = 0; i < UsableEntries(fst, TYPES); ++i) {
         const auto type = *ReadEntry<TYPEINFO>(fst, TYPES, i);
-        CheckType({fst, i, type, report});
+        CheckType({fst, i, type, findings});
     }
 }
 

@@ -2,11 +2,18 @@
 // reaches; what is missing is reported by CheckLayout alone.
 #pragma once
 
-#include <cstdarg>
+#include <cstdint>
 #include <string>
 #include <vector>
 
-#include "inspector/reader.h"
+#include "inspector/lookup.h"
+
+// Lets compilers that know how compare the arguments of Add with its format.
+#if defined(__GNUC__)
+#define SCAN695_FORMAT [[gnu::format(printf, 2, 3)]]
+#else
+#define SCAN695_FORMAT
+#endif
 
 namespace scan695::inspector {
 
@@ -15,39 +22,37 @@ inline unsigned long long Wide(uint64_t number) {
     return number;
 }
 
-struct Report {
+// A line for each violation.
+struct Findings {
     std::vector<std::string> lines;
 
-    void Add(const char* format, ...) __attribute__((format(printf, 2, 3)));
+    SCAN695_FORMAT void Add(const char* format, ...);
 };
 
 // Fields of the header, order and gap-freeness of the sections, the end of the file.
-void CheckLayout(const Fst& fst, Report& report);
+void CheckLayout(const Fst& fst, Findings& findings);
 
 // Which records belong to which module and block; modules, blocks and lines themselves.
-void CheckScopes(const Fst& fst, Report& report);
+void CheckScopes(const Fst& fst, Findings& findings);
 
 // Symbols with their locations, types with their lists.
-void CheckSymbols(const Fst& fst, Report& report);
-void CheckTypes(const Fst& fst, Report& report);
+void CheckSymbols(const Fst& fst, Findings& findings);
+void CheckTypes(const Fst& fst, Findings& findings);
 
 // Indexes are sorted permutations of their slices.
-void CheckIndexes(const Fst& fst, Report& report);
+void CheckIndexes(const Fst& fst, Findings& findings);
 
 // The module ranges and the memory image.
-void CheckRanges(const Fst& fst, Report& report);
-void CheckCode(const Fst& fst, Report& report);
+void CheckRanges(const Fst& fst, Findings& findings);
+void CheckCode(const Fst& fst, Findings& findings);
 
 // A name in the stored area, padded with zeros. `what` and `number` tell whose it is. Gives its
 // length, or -1 after a violation.
-int CheckName(const Fst& fst, uint32_t offset, const char* what, uint64_t number, Report& report);
+int CheckName(const Fst& fst, uint32_t offset, const char* what, uint64_t number,
+              Findings& findings);
 
 // A list of `size` bytes in the stored area. Gives false after a violation.
 bool CheckList(const Fst& fst, uint32_t offset, uint32_t size, const char* what, uint64_t number,
-               Report& report);
-
-// False if a block has so many symbols that its count wrapped: then the symbol table lacks records,
-// and record numbers behind the gap do not line up with it.
-bool HasAllSymbols(const Fst& fst);
+               Findings& findings);
 
 }  // namespace scan695::inspector

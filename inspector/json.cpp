@@ -1,67 +1,87 @@
 #include "inspector/json.h"
 
-#include <nlohmann/json.hpp>
-#include <ostream>
-#include <string>
-
+#include "inspector/c_text.h"
 #include "inspector/summary.h"
 
 namespace scan695::inspector {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-Json CellJson(const Cell& cell) {
-    if (cell.kind == Cell::NOTHING) return nullptr;
-    if (cell.kind == Cell::TEXT) return cell.text;  // ASCII, as names are escaped
-    return cell.number;
+void WriteCell(JsonWriter& json, const Cell& cell) {
+    if (cell.kind == Cell::NOTHING) return json.Null();
+    if (cell.kind == Cell::TEXT) return json.Value(cell.text);
+    json.Value(cell.number);
 }
 
-Json RowJson(const Table& table, const Row& row) {
-    Json record;
-    for (size_t i = 0; i < row.cells.size(); ++i) {
-        record[table.columns[i].name] = CellJson(row.cells[i]);
+void WriteCells(JsonWriter& json, const std::vector<Column>& columns, const Cells& cells) {
+    for (size_t i = 0; i < cells.size(); ++i) {
+        if (!columns[i].is_in_json) continue;
+        json.Key(columns[i].name);
+        WriteCell(json, cells[i]);
     }
-    if (table.detail_name == nullptr) return record;
-    Json details = Json::array();
-    for (const Cells& cells : row.details) {
-        Json detail;
-        for (size_t i = 0; i < cells.size(); ++i) {
-            detail[table.detail_columns[i]] = CellJson(cells[i]);
-        }
-        details.push_back(std::move(detail));
-    }
-    record[table.detail_name] = std::move(details);
-    return record;
 }
 
-// Row by row, since a table can be far larger than the rest of the document.
-void PrintRows(const Fst& fst, const Table& table, std::ostream& out) {
-    const char* separator = "\n";
-    out << ",\n\"" << table.name << "\": [";
-    table.rows(fst, [&](const Row& row) {
-        out << separator << RowJson(table, row);
-        separator = ",\n";
-    });
-    out << "\n]";
+void WriteHeader(const Fst& fst, JsonWriter& json) {
+    json.Key("header").BeginObject();
+    for (const HeaderItem& item : HeaderItems(fst)) {
+        json.Key(item.name);
+        WriteCell(json, item.cell);
+    }
+    json.Key("basic_sizes").BeginArray();
+    for (uint32_t type = 0; type < BASIC_SIZES_COUNT; ++type) {
+        const auto size = ReadEntry<uint8_t>(fst, BASIC_SIZES, type);
+        if (!size) break;
+        json.BeginObject();
+        json.Member("type", type);
+        json.Member("type_name", Declaration(fst, type));
+        json.Member("size", *size);
+        json.End();
+    }
+    json.End();
+    json.End();
+}
+
+void WriteSections(const Fst& fst, JsonWriter& json) {
+    json.Key("sections").BeginArray();
+    for (const SectionItem& section : SectionItems(fst)) {
+        json.BeginObject();
+        json.Member("name", section.name);
+        json.Member("offset", section.offset);
+        json.Member("entries", section.entries);
+        json.Member("size", section.size);
+        json.End();
+    }
+    json.End();
 }
 
 }  // namespace
 
-void PrintJson(const Fst& fst, const std::vector<const Table*>& tables, std::ostream& out) {
-    Json header;
-    for (const auto& [name, cell] : HeaderItems(fst)) header[name] = CellJson(cell);
-    Json sections = Json::array();
-    for (const SectionItem& section : SectionItems(fst)) {
-        sections.push_back({{"name", section.name},
-                            {"offset", section.offset},
-                            {"entries", section.entries},
-                            {"size", section.size}});
+void WriteRow(JsonWriter& json, const Table& table, const Row& row) {
+    json.BeginObject();
+    WriteCells(json, table.columns, row.cells);
+    for (size_t i = 0; i < table.details.size(); ++i) {
+        json.Key(table.details[i].name).BeginArray();
+        for (const Cells& cells : row.details[i]) {
+            json.BeginObject();
+            WriteCells(json, table.details[i].columns, cells);
+            json.End();
+        }
+        json.End();
     }
-    out << "{\n\"header\": " << header << ",\n\"sections\": " << sections;
-    for (const Table* table : tables) PrintRows(fst, *table, out);
-    out << "\n}\n";
+    json.End();
+}
+
+void PrintJson(const Fst& fst, const std::vector<const Table*>& tables, std::ostream& out) {
+    JsonWriter json(out);
+    BeginDocument(json, "show", fst.path);
+    WriteHeader(fst, json);
+    WriteSections(fst, json);
+    for (const Table* table : tables) {
+        json.Key(table->name).BeginArray();
+        table->rows(fst, [&](const Row& row) { WriteRow(json, *table, row); });
+        json.End();
+    }
+    json.End();
 }
 
 }  // namespace scan695::inspector

@@ -1,9 +1,9 @@
 // Words for the numbers in the records.
 #pragma once
 
+#include <cstdint>
 #include <string>
-
-#include "inspector/reader.h"
+#include <string_view>
 
 namespace scan695::inspector {
 
@@ -11,15 +11,18 @@ std::string ProcessorWord(uint8_t processor);
 std::string MemoryWord(int mem_type);
 std::string StorageWord(uint8_t storage_class);
 std::string TypeTagWord(uint8_t type_tag);
+std::string BasicTypeWord(uint32_t type_index);
 
 // True for the basic types that records hold.
 bool IsBasicType(uint32_t type_index);
 
-// A type in words, as in "pointer to struct list" or "array[4] of char".
-std::string TypeText(const Fst& fst, uint32_t type_index);
+// The register that the value of a register variable tells, as in "R12", "RL3" or "R13,R12"; empty
+// for a TriCore, whose values have no names.
+std::string RegisterWord(uint8_t processor, uint32_t value);
 
-// The name at an offset; all but printable ASCII, and the backslash, as in "\x1b". A remark where
-// there is no name.
-std::string NameText(const Fst& fst, uint32_t offset);
+std::string HexText(uint32_t number);
+
+// A name for the console: all but printable ASCII, and the backslash, as in "\x1b".
+std::string Printable(std::string_view bytes);
 
 }  // namespace scan695::inspector

@@ -60,16 +60,29 @@ void ReadLayout(Fst& fst) {
 
 // Sections whose length follows from the scopes. The counts of a block's symbols and of a module's
 // lines are 16 bits wide: a scope that has more is cut to the remainder, in the symbol table too.
+// Where the offsets of the sections agree with the whole counts nothing was cut; only else are the
+// scopes added up.
 void ReadScopeCounts(Fst& fst) {
-    uint64_t symbols = fst.header.nof_global_symbols;
-    uint64_t lines = 0;
-    for (uint64_t i = 0; i < UsableEntries(fst, MODULES); ++i) {
-        const auto module = ReadEntry<MODULEINFO>(fst, MODULES, i);
-        symbols += module->nof_symbols;
-        lines += module->nof_lines;
+    const FstHeader& header = fst.header;
+    const auto is_gap = [](uint32_t begin, uint32_t end, uint64_t size) {
+        return end >= begin && end - begin == size;
+    };
+    const auto first = ReadEntry<MODULEINFO>(fst, MODULES, 0);
+    uint64_t symbols = header.nof_all_symbols;
+    uint64_t lines = first && first->first_line <= header.nof_lines
+                         ? header.nof_lines - first->first_line
+                         : uint64_t{0};
+    if (!is_gap(header.symbols_offs, header.symbol_addr_index_offs, symbols * sizeof(SYMINFO))) {
+        symbols = header.nof_global_symbols;
+        for (uint64_t i = 0; i < UsableEntries(fst, MODULES); ++i)
+            symbols += ReadEntry<MODULEINFO>(fst, MODULES, i)->nof_symbols;
+        for (uint64_t i = 0; i < UsableEntries(fst, BLOCKS); ++i)
+            symbols += ReadEntry<BLOCKINFO>(fst, BLOCKS, i)->nof_symbols;
     }
-    for (uint64_t i = 0; i < UsableEntries(fst, BLOCKS); ++i) {
-        symbols += ReadEntry<BLOCKINFO>(fst, BLOCKS, i)->nof_symbols;
+    if (!is_gap(header.line_addr_index_offs, header.line_number_index_offs, lines * 4)) {
+        lines = 0;
+        for (uint64_t i = 0; i < UsableEntries(fst, MODULES); ++i)
+            lines += ReadEntry<MODULEINFO>(fst, MODULES, i)->nof_lines;
     }
     SetEntries(fst.sections[SYMBOLS], symbols, sizeof(SYMINFO));
     SetEntries(fst.sections[SYMBOL_ADDR_INDEX], symbols, 4);
@@ -101,6 +114,22 @@ void FindStoredEnd(Fst& fst) {
     }
 }
 
+bool ReadHead(Fst& fst, std::string& error) {
+    if (fst.bytes.size() < 4 || std::memcmp(fst.bytes.data(), "FSTA", 4) != 0) {
+        error = "not an FST file";
+        return false;
+    }
+    if (!ReadAt(fst, 0, fst.header)) {
+        error = "cut off inside the header";
+        return false;
+    }
+    ReadLayout(fst);
+    ReadScopeCounts(fst);
+    ReadCode(fst);
+    FindStoredEnd(fst);
+    return true;
+}
+
 }  // namespace
 
 bool Load(const std::string& path, Fst& fst, std::string& error) {
@@ -116,35 +145,26 @@ bool Load(const std::string& path, Fst& fst, std::string& error) {
         error = size < 0 ? "cannot be read" : "too large for an FST file";
         return false;
     }
-    std::vector<uint8_t> bytes(static_cast<size_t>(size));
+    const auto count = static_cast<size_t>(size);
+    auto bytes = std::make_unique_for_overwrite<uint8_t[]>(count);
     file.seekg(0);
-    if (size > 0 && !file.read(reinterpret_cast<char*>(bytes.data()), size)) {
+    if (count > 0 && !file.read(reinterpret_cast<char*>(bytes.get()), size)) {
         error = "cannot be read";
         return false;
     }
-    return Parse(std::move(bytes), fst, error);
+    fst = {};
+    fst.path = path;
+    fst.bytes = {bytes.get(), count};
+    fst.owner = std::shared_ptr<const uint8_t[]>(std::move(bytes));
+    return ReadHead(fst, error);
 }
 
 bool Parse(std::vector<uint8_t> bytes, Fst& fst, std::string& error) {
+    const auto owner = std::make_shared<const std::vector<uint8_t>>(std::move(bytes));
     fst = {};
-    fst.bytes = std::move(bytes);
-    if (fst.bytes.size() < 4 || std::memcmp(fst.bytes.data(), "FSTA", 4) != 0) {
-        error = "not an FST file";
-        return false;
-    }
-    if (!ReadAt(fst, 0, fst.header)) {
-        error = "cut off inside the header";
-        return false;
-    }
-    ReadLayout(fst);
-    ReadScopeCounts(fst);
-    ReadCode(fst);
-    FindStoredEnd(fst);
-    for (uint64_t i = 0; i < UsableEntries(fst, TYPES); ++i) {
-        const auto type = ReadEntry<TYPEINFO>(fst, TYPES, i);
-        fst.type_records.try_emplace(type->here_type_index, static_cast<uint32_t>(i));
-    }
-    return true;
+    fst.bytes = *owner;
+    fst.owner = owner;
+    return ReadHead(fst, error);
 }
 
 uint64_t UsableEntries(const Fst& fst, SectionId id) {
@@ -161,40 +181,6 @@ std::optional<std::string_view> NameAt(const Fst& fst, uint32_t offset) {
     const void* end = std::memchr(text, '\0', limit);
     if (end == nullptr) return {};
     return std::string_view(text, static_cast<size_t>(static_cast<const char*>(end) - text));
-}
-
-std::vector<Slice> SymbolSlices(const Fst& fst) {
-    std::vector<Slice> slices;
-    uint64_t entry = 0;
-    const auto add = [&](uint32_t first, uint32_t count, int64_t module, int64_t block) {
-        if (count == 0) return;
-        slices.push_back(
-            {entry, first, count, static_cast<int32_t>(module), static_cast<int32_t>(block)});
-        entry += count;
-    };
-    add(0, fst.header.nof_global_symbols, -1, -1);
-    for (uint64_t i = 0; i < UsableEntries(fst, MODULES); ++i) {
-        const auto module = ReadEntry<MODULEINFO>(fst, MODULES, i);
-        add(module->first_symbol, module->nof_symbols, static_cast<int64_t>(i), -1);
-    }
-    for (uint64_t i = 0; i < UsableEntries(fst, BLOCKS); ++i) {
-        const auto block = ReadEntry<BLOCKINFO>(fst, BLOCKS, i);
-        add(block->first_symbol, block->nof_symbols, block->module, static_cast<int64_t>(i));
-    }
-    return slices;
-}
-
-std::vector<Slice> LineSlices(const Fst& fst) {
-    std::vector<Slice> slices;
-    uint64_t entry = 0;
-    for (uint64_t i = 0; i < UsableEntries(fst, MODULES); ++i) {
-        const auto module = ReadEntry<MODULEINFO>(fst, MODULES, i);
-        if (module->nof_lines == 0) continue;
-        slices.push_back(
-            {entry, module->first_line, module->nof_lines, static_cast<int32_t>(i), -1});
-        entry += module->nof_lines;
-    }
-    return slices;
 }
 
 }  // namespace scan695::inspector

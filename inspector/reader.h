@@ -6,10 +6,11 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "store/records.h"
@@ -53,22 +54,16 @@ struct CodeBlock {
     uint64_t body;  // offset of the bytes
 };
 
+// An opened file. Opening touches little but the bytes themselves: tables and indexes are used
+// where they stand.
 struct Fst {
-    std::vector<uint8_t> bytes;
+    std::string path;  // as it is called in messages and answers; empty if it has no name
+    std::span<const uint8_t> bytes;
+    std::shared_ptr<const void> owner;  // of the bytes
     FstHeader header = {};
     std::array<Section, SECTION_COUNT> sections;
     uint64_t stored_end = 0;      // the stored area begins behind the header and ends here
     std::vector<CodeBlock> code;  // as many whole blocks as the file holds, at most nof_code
-    std::unordered_map<uint32_t, uint32_t> type_records;  // here_type_index to record number
-};
-
-// A slice of an index: `count` entries from `entry` on, which number the records from `first` on.
-struct Slice {
-    uint64_t entry;
-    uint32_t first;
-    uint32_t count;
-    int32_t module;  // the scope that owns the slice; both -1 for the global symbols
-    int32_t block;
 };
 
 // Give false with the reason in `error` for a file that is not readable or no FST file.
@@ -99,10 +94,6 @@ uint64_t UsableEntries(const Fst& fst, SectionId id);
 
 // The text at an offset of the stored area: NUL-terminated, at most 31 characters.
 std::optional<std::string_view> NameAt(const Fst& fst, uint32_t offset);
-
-// The slices of the symbol indexes and of the two line indexes that are made of slices.
-std::vector<Slice> SymbolSlices(const Fst& fst);
-std::vector<Slice> LineSlices(const Fst& fst);
 
 // Elements of a list of `count` that are in the stored area. An item has a length of 16 bits and an
 // element has 16 bytes, so a list that is too long has only the remainder stored, if any.

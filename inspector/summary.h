@@ -1,7 +1,7 @@
 // What an FST file says about itself as a whole.
 #pragma once
 
-#include <utility>
+#include <string>
 #include <vector>
 
 #include "inspector/reader.h"
@@ -16,8 +16,16 @@ struct SectionItem {
     uint64_t size;
 };
 
-// The header, item by item.
-std::vector<std::pair<const char*, Cell>> HeaderItems(const Fst& fst);
+struct HeaderItem {
+    const char* name;
+    Cell cell;
+};
+
+// The header, item by item, but for the sizes of the basic types.
+std::vector<HeaderItem> HeaderItems(const Fst& fst);
+
+// These as one text.
+std::string BasicSizesText(const Fst& fst);
 
 // The sections that the file has, in file order, the header and the stored area included.
 std::vector<SectionItem> SectionItems(const Fst& fst);

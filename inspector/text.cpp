@@ -5,8 +5,10 @@
 #include <cstring>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "inspector/names.h"
 #include "inspector/summary.h"
 
 namespace scan695::inspector {
@@ -16,14 +18,11 @@ namespace {
 std::string CellText(const Cell& cell) {
     switch (cell.kind) {
         case Cell::TEXT:
-            return cell.text.empty() ? "\"\"" : cell.text;
+            return cell.text.empty() ? "\"\"" : Printable(cell.text);
         case Cell::NUMBER:
             return std::to_string(cell.number);
-        case Cell::HEX: {
-            char text[20];
-            std::snprintf(text, sizeof text, "0x%x", static_cast<uint32_t>(cell.number));
-            return text;
-        }
+        case Cell::HEX:
+            return HexText(static_cast<uint32_t>(cell.number));
         default:
             return "-";
     }
@@ -39,24 +38,37 @@ void PrintAligned(const std::string& text, int width, bool is_last, std::ostream
     out << (is_last ? "\n" : "  ");
 }
 
-// The widths of the columns, headings included; below 0 for left-aligned.
-std::vector<int> Widths(const Table& table) {
-    std::vector<int> widths;
-    for (const Column& column : table.columns) {
+// The columns of a listing with their widths, headings included; below 0 for left-aligned.
+std::vector<std::pair<size_t, int>> ListedColumns(const Table& table) {
+    std::vector<std::pair<size_t, int>> listed;
+    for (size_t i = 0; i < table.columns.size(); ++i) {
+        const Column& column = table.columns[i];
+        if (column.width == 0) continue;
         const int heading = static_cast<int>(std::strlen(column.name));
-        widths.push_back(column.width < 0 ? std::min(column.width, -heading)
-                                          : std::max(column.width, heading));
+        listed.emplace_back(i, column.width < 0 ? std::min(column.width, -heading)
+                                                : std::max(column.width, heading));
     }
-    return widths;
+    return listed;
+}
+
+void PrintDetail(const Detail& detail, const Cells& cells, std::ostream& out) {
+    out << "       ";
+    for (size_t i = 0; i < cells.size(); ++i) {
+        const Column& column = detail.columns[i];
+        if (column.width == 0 || cells[i].kind == Cell::NOTHING) continue;
+        out << ' ' << column.name << '=' << CellText(cells[i]);
+    }
+    out << '\n';
 }
 
 }  // namespace
 
 void PrintSummary(const Fst& fst, std::ostream& out) {
-    for (const auto& [name, cell] : HeaderItems(fst)) {
-        out << name << ':' << std::string(20 - std::string(name).size(), ' ') << CellText(cell)
-            << '\n';
-    }
+    const auto print = [&](const std::string& name, const std::string& text) {
+        out << name << ':' << std::string(20 - name.size(), ' ') << text << '\n';
+    };
+    for (const HeaderItem& item : HeaderItems(fst)) print(item.name, CellText(item.cell));
+    print("basic_sizes", BasicSizesText(fst));
     out << "\nsection                   offset    entries       size\n";
     for (const SectionItem& section : SectionItems(fst)) {
         char line[120];
@@ -69,22 +81,15 @@ void PrintSummary(const Fst& fst, std::ostream& out) {
 }
 
 void PrintTable(const Fst& fst, const Table& table, std::ostream& out) {
-    const std::vector<int> widths = Widths(table);
-    const size_t last = table.columns.size() - 1;
-    for (size_t i = 0; i <= last; ++i) {
-        PrintAligned(table.columns[i].name, widths[i], i == last, out);
-    }
+    const auto listed = ListedColumns(table);
+    const size_t last = listed.back().first;
+    for (const auto& [column, width] : listed)
+        PrintAligned(table.columns[column].name, width, column == last, out);
     table.rows(fst, [&](const Row& row) {
-        for (size_t i = 0; i <= last; ++i) {
-            PrintAligned(CellText(row.cells[i]), widths[i], i == last, out);
-        }
-        for (const Cells& detail : row.details) {
-            out << "       ";
-            for (size_t i = 0; i < detail.size(); ++i) {
-                if (detail[i].kind == Cell::NOTHING) continue;
-                out << ' ' << table.detail_columns[i] << '=' << CellText(detail[i]);
-            }
-            out << '\n';
+        for (const auto& [column, width] : listed)
+            PrintAligned(CellText(row.cells[column]), width, column == last, out);
+        for (size_t i = 0; i < table.details.size(); ++i) {
+            for (const Cells& cells : row.details[i]) PrintDetail(table.details[i], cells, out);
         }
     });
 }

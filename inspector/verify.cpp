@@ -1,13 +1,14 @@
 #include "inspector/verify.h"
 
 #include <algorithm>
+#include <cstdarg>
 #include <cstdio>
 
 #include "inspector/checks.h"
 
 namespace scan695::inspector {
 
-void Report::Add(const char* format, ...) {
+void Findings::Add(const char* format, ...) {
     char text[256];
     va_list arguments;
     va_start(arguments, format);
@@ -16,10 +17,11 @@ void Report::Add(const char* format, ...) {
     lines.emplace_back(text);
 }
 
-int CheckName(const Fst& fst, uint32_t offset, const char* what, uint64_t number, Report& report) {
+int CheckName(const Fst& fst, uint32_t offset, const char* what, uint64_t number,
+              Findings& findings) {
     const auto name = NameAt(fst, offset);
     if (!name) {
-        report.Add("%s %llu: no name at offset 0x%x", what, Wide(number), offset);
+        findings.Add("%s %llu: no name at offset 0x%x", what, Wide(number), offset);
         return -1;
     }
     const uint64_t end = offset + name->size() + 1;
@@ -28,36 +30,32 @@ int CheckName(const Fst& fst, uint32_t offset, const char* what, uint64_t number
     const bool is_padded =
         std::all_of(bytes + end, bytes + padded, [](uint8_t byte) { return byte == 0; });
     if (offset % 4 != 0 || !is_padded) {
-        report.Add("%s %llu: name at offset 0x%x is %s", what, Wide(number), offset,
-                   is_padded ? "not at a multiple of 4" : "not padded with zeros");
+        findings.Add("%s %llu: name at offset 0x%x is %s", what, Wide(number), offset,
+                     is_padded ? "not at a multiple of 4" : "not padded with zeros");
         return -1;
     }
     return static_cast<int>(name->size());
 }
 
 bool CheckList(const Fst& fst, uint32_t offset, uint32_t size, const char* what, uint64_t number,
-               Report& report) {
+               Findings& findings) {
     const uint64_t end = uint64_t{offset} + size;
     if (offset >= sizeof(FstHeader) && offset % 4 == 0 && end <= fst.stored_end) return true;
-    report.Add("%s %llu: list of %u bytes at offset 0x%x is not in the stored area", what,
-               Wide(number), size, offset);
+    findings.Add("%s %llu: list of %u bytes at offset 0x%x is not in the stored area", what,
+                 Wide(number), size, offset);
     return false;
 }
 
-bool HasAllSymbols(const Fst& fst) {
-    return fst.sections[SYMBOLS].entries == fst.header.nof_all_symbols;
-}
-
 std::vector<std::string> Verify(const Fst& fst) {
-    Report report;
-    CheckLayout(fst, report);
-    CheckScopes(fst, report);
-    CheckTypes(fst, report);
-    CheckSymbols(fst, report);
-    CheckIndexes(fst, report);
-    CheckRanges(fst, report);
-    CheckCode(fst, report);
-    return report.lines;
+    Findings findings;
+    CheckLayout(fst, findings);
+    CheckScopes(fst, findings);
+    CheckTypes(fst, findings);
+    CheckSymbols(fst, findings);
+    CheckIndexes(fst, findings);
+    CheckRanges(fst, findings);
+    CheckCode(fst, findings);
+    return findings.lines;
 }
 
 }  // namespace scan695::inspector
