@@ -5,7 +5,6 @@
 #include "input/record_codes.h"
 #include "report/report.h"
 #include "scopes/scope_state.h"
-#include "store/stored_names.h"
 
 namespace scan695 {
 
@@ -26,8 +25,8 @@ auto HasName(const ExternalWalk& walk, std::string_view name) {
 }
 
 const ExternalEntry* FindEntry(const ExternalWalk& walk, std::string_view name) {
-    const uint32_t found = walk.by_name.Find(HashName(name), HasName(walk, name));
-    return found == MatchIndex::NONE ? nullptr : &walk.entries[found];
+    const auto found = walk.by_name.Find(HashBytes(name), HasName(walk, name));
+    return found ? &walk.entries[*found] : nullptr;
 }
 
 void TakeSegment(ExternalWalk& walk) {
@@ -38,7 +37,7 @@ void TakeSegment(ExternalWalk& walk) {
 
 void AddEntry(ExternalWalk& walk, std::string_view name, uint32_t address) {
     const auto number = static_cast<uint32_t>(walk.entries.size());
-    if (!walk.by_name.AddNew(HashName(name), number, HasName(walk, name))) return;
+    if (!walk.by_name.AddNew(HashBytes(name), number, HasName(walk, name))) return;
     walk.entries.push_back({static_cast<uint32_t>(walk.names.size()),
                             static_cast<uint32_t>(name.size()), address, walk.nof_segments});
     walk.names += name;

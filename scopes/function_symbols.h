@@ -3,8 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
-#include "base/match_index.h"
+#include "base/hash_table.h"
 #include "store/chunk_file.h"
 
 namespace scan695 {
@@ -13,11 +14,11 @@ class FunctionSymbols {
   public:
     // Takes in the records of the table that it does not hold yet, up to `count` in all.
     void Update(ChunkFile& table, uint32_t count);
-    // The record number, or MatchIndex::NONE.
-    uint32_t Find(uint32_t address) const { return records_.Find(address); }
+    // The record number.
+    std::optional<uint32_t> Find(uint32_t address) const { return records_.Find(address); }
 
   private:
-    MatchIndex records_;  // the first record of each address
+    HashTable<> records_;  // the first record of each address
     uint32_t nof_records_ = 0;
 };
 

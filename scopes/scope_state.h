@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "base/match_index.h"
+#include "base/hash_table.h"
 #include "input/cursor.h"
 #include "scopes/function_map.h"
 #include "scopes/function_symbols.h"
@@ -50,7 +50,7 @@ struct ExternalWalk {
     std::vector<uint32_t> segments;  // of the segment records, for the trace
     std::vector<ExternalEntry> entries;
     std::string names;
-    MatchIndex by_name;  // the first entry of each name
+    HashTable<> by_name;  // the first entry of each name
     Ending ending = NOT_YET;
     uint8_t end_byte = 0;
 };

@@ -18,11 +18,11 @@ struct FoundSymbol {
 FoundSymbol FindFunctionSymbol(uint32_t address) {
     ScopeIndexes& indexes = Scopes.Indexes;
     indexes.GlobalFunctions.Update(Store.GlobalSymbolTable, Store.Header.nof_global_symbols);
-    const uint32_t global = indexes.GlobalFunctions.Find(address);
-    if (global != MatchIndex::NONE) return {&Store.GlobalSymbolTable, global};
+    const auto global = indexes.GlobalFunctions.Find(address);
+    if (global) return {&Store.GlobalSymbolTable, *global};
     indexes.ModuleFunctions.Update(Store.ModuleSymbolTable, Store.Header.nof_module_symbols);
-    const uint32_t local = indexes.ModuleFunctions.Find(address);
-    if (local != MatchIndex::NONE) return {&Store.ModuleSymbolTable, local};
+    const auto local = indexes.ModuleFunctions.Find(address);
+    if (local) return {&Store.ModuleSymbolTable, *local};
     return {nullptr, 0};
 }
 

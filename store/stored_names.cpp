@@ -10,13 +10,6 @@ int ReadStoredName(uint32_t name_offs, StoredName& name) {
     return image.Seek(position, ChunkFile::FROM_START) != 0 ? found : 0;
 }
 
-// FNV-1a.
-uint32_t HashName(std::string_view name) {
-    uint32_t hash = 0x811C9DC5U;
-    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 0x01000193U;
-    return hash;
-}
-
 bool NameIndex::HasName(uint32_t name_offs, std::string_view name) {
     StoredName stored;
     return ReadStoredName(name_offs, stored) != 0 && name == stored.text;
@@ -24,7 +17,7 @@ bool NameIndex::HasName(uint32_t name_offs, std::string_view name) {
 
 bool NameIndex::Contains(std::string_view name) const {
     const auto matches = [name](uint32_t name_offs) { return HasName(name_offs, name); };
-    return offsets_.Find(HashName(name), matches) != MatchIndex::NONE;
+    return offsets_.Find(HashBytes(name), matches).has_value();
 }
 
 int NameIndex::Add(uint32_t name_offs) {
@@ -32,7 +25,7 @@ int NameIndex::Add(uint32_t name_offs) {
     if (ReadStoredName(name_offs, stored) == 0) return 0;
     const std::string_view name = stored.text;
     const auto matches = [name](uint32_t other) { return HasName(other, name); };
-    offsets_.AddNew(HashName(name), name_offs, matches);
+    offsets_.AddNew(HashBytes(name), name_offs, matches);
     return 1;
 }
 

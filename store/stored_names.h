@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "base/match_index.h"
+#include "base/hash_table.h"
 #include "store/records.h"
 #include "store/tables.h"
 
@@ -18,8 +18,6 @@ struct StoredName {
 
 // The name at an image offset; the position of the image stays. 0 for an offset outside the image.
 int ReadStoredName(uint32_t name_offs, StoredName& name);
-
-uint32_t HashName(std::string_view name);
 
 class NameIndex {
   public:
@@ -41,7 +39,7 @@ class NameIndex {
     static bool HasName(uint32_t name_offs, std::string_view name);
     int Add(uint32_t name_offs);
 
-    MatchIndex offsets_;  // by hash of the name; equal names have one entry
+    HashTable<> offsets_;  // by hash of the name; equal names have one entry
     uint32_t nof_records_ = 0;
 };
 

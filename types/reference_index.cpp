@@ -32,12 +32,12 @@ void ReferenceIndex::NoteRecord(const TYPEINFO& record, uint32_t position) {
 
 // Lists without a marker need not be known again.
 void ReferenceIndex::NoteList(const ReferenceList& list, uint32_t position) {
-    const uint32_t* sharer = last_sharer_.Find(list.offset);
-    const bool shared = sharer != nullptr;
-    const bool overlong = overlong_offsets_.Find(list.offset) != nullptr;
+    const auto sharer = last_sharer_.Find(list.offset);
+    const bool shared = sharer.has_value();
+    const bool overlong = overlong_offsets_.Find(list.offset).has_value();
     if (overlong) Overlong.push_back({position, shared});
     if (shared)
-        next_sharer_.Put(*sharer + 1, position);
+        next_sharer_.Put(*sharer, position);
     else if (!overlong && !NoteElements(list, position))
         return;
     last_sharer_.Put(list.offset, position);
@@ -63,7 +63,7 @@ void ReferenceIndex::NotePlace(uint32_t type_index, Place place) {
 }
 
 uint32_t ReferenceIndex::NumberOf(uint32_t marker) {
-    if (const uint32_t* number = number_of_marker_.Find(marker)) return *number;
+    if (const auto number = number_of_marker_.Find(marker)) return *number;
     const auto number = static_cast<uint32_t>(markers_.size());
     number_of_marker_.Put(marker, number);
     markers_.emplace_back();
@@ -107,11 +107,8 @@ void ReferenceIndex::RemoveFirst() {
     if (!markers_[number].places.empty()) PushHead(number);
 }
 
-int ReferenceIndex::NextSharer(uint32_t record, uint32_t& next) const {
-    const uint32_t* found = next_sharer_.Find(record + 1);
-    if (found == nullptr) return 0;
-    next = *found;
-    return 1;
+std::optional<uint32_t> ReferenceIndex::NextSharer(uint32_t record) const {
+    return next_sharer_.Find(record);
 }
 
 }  // namespace scan695

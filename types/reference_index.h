@@ -9,9 +9,10 @@
 
 #include <compare>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
-#include "base/hash_index.h"
+#include "base/hash_table.h"
 #include "store/records.h"
 #include "types/type_fields.h"
 
@@ -47,8 +48,8 @@ class ReferenceIndex {
     // Takes the place that First has given out of the index.
     void RemoveFirst();
 
-    // 1 and the next record with the same list, or 0.
-    int NextSharer(uint32_t record, uint32_t& next) const;
+    // The next record with the same list.
+    std::optional<uint32_t> NextSharer(uint32_t record) const;
 
     std::vector<OverlongList> Overlong;  // in the order of their positions
 
@@ -68,14 +69,14 @@ class ReferenceIndex {
     void NoteList(const ReferenceList& list, uint32_t position);
     bool NoteElements(const ReferenceList& list, uint32_t position);
 
-    HashIndex number_of_marker_;
+    HashTable<> number_of_marker_;
     std::vector<MarkerPlaces> markers_;
     std::vector<uint32_t> active_;  // numbers of the active markers
     std::vector<Head> heads_;  // a heap of the first places of the active markers, old ones too
 
-    HashIndex last_sharer_;  // list offset to the newest record with that list
-    HashIndex next_sharer_;  // position plus 1 to the next record with the same list
-    HashIndex overlong_offsets_;
+    HashTable<> last_sharer_;  // list offset to the newest record with that list
+    HashTable<> next_sharer_;  // position to the next record with the same list
+    HashTable<> overlong_offsets_;
 };
 
 }  // namespace scan695

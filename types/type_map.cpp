@@ -1,7 +1,5 @@
 #include "types/type_map.h"
 
-#include <algorithm>
-
 #include "input/cursor.h"
 #include "report/report.h"
 #include "types/type_state.h"
@@ -24,7 +22,7 @@ void TMAP::BeginBlock() {
 uint32_t TMAP::Add(uint32_t key) {
     const uint32_t number = next_index++;
     number_of_tk_.Put(key, number);
-    if (place_in_pending_.Find(key) != nullptr) {
+    if (place_in_pending_.Find(key)) {
         Types.References.Activate(key | TYPE_MARKER_BIT);
         if (unresolved != 0) {
             Trace("Run UpdateTypes for fst_ti=%u as tk_ti=%u\n", number, key);
@@ -51,34 +49,31 @@ uint32_t TMAP::Find(uint32_t tk_ti) {
 // With the trace on, a walk names the types that are still missing, so it has to visit their
 // references too.
 void TMAP::AddPending(uint32_t tk_ti) {
-    if (place_in_pending_.Find(tk_ti) != nullptr) return;
-    place_in_pending_.Put(tk_ti, static_cast<uint32_t>(pending.size()));
+    if (!place_in_pending_.AddNew(tk_ti, static_cast<uint32_t>(pending.size()))) return;
     pending.push_back(tk_ti);
     if (Report.DebugMode != 0) Types.References.Activate(tk_ti | TYPE_MARKER_BIT);
 }
 
 int TMAP::Lookup(uint32_t tk_ti, uint32_t& fst_ti) const {
-    const uint32_t* number = number_of_tk_.Find(tk_ti);
-    if (number == nullptr) return 0;
+    const auto number = number_of_tk_.Find(tk_ti);
+    if (!number) return 0;
     fst_ti = base + *number;
     return 1;
 }
 
-int TMAP::FindPending(uint32_t marker, uint32_t from, uint32_t& number) const {
-    if (!IsTypeMarker(marker)) return 0;
-    int found = 0;
+std::optional<uint32_t> TMAP::FindPending(uint32_t marker, uint32_t from) const {
+    if (!IsTypeMarker(marker)) return std::nullopt;
+    std::optional<uint32_t> first;
     for (const uint32_t tk_ti : {marker, marker & ~TYPE_MARKER_BIT}) {
-        const uint32_t* place = place_in_pending_.Find(tk_ti);
-        if (place == nullptr || *place < from) continue;
-        number = found != 0 ? std::min(number, *place) : *place;
-        found = 1;
+        const auto place = place_in_pending_.Find(tk_ti);
+        if (place && *place >= from && (!first || *place < *first)) first = place;
     }
-    return found;
+    return first;
 }
 
 int TkAliasMap::Find(uint32_t tk_ti, uint32_t& fst_ti) const {
-    const uint32_t* found = pairs_.Find(tk_ti);
-    if (found == nullptr) return 0;
+    const auto found = pairs_.Find(tk_ti);
+    if (!found) return 0;
     fst_ti = *found;
     return 1;
 }

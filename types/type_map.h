@@ -5,9 +5,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
-#include "base/hash_index.h"
+#include "base/hash_table.h"
 #include "store/records.h"
 
 namespace scan695 {
@@ -30,9 +31,9 @@ class TMAP {
     // 1 and the newest type of that tk_ti (for 0 the newest nested type), or 0; changes nothing.
     int Lookup(uint32_t tk_ti, uint32_t& fst_ti) const;
 
-    // The entry of `pending` from number `from` on whose marker is `marker`: 1 and its number, or
-    // 0. Two entries share a marker when they differ in bit 23 only.
-    int FindPending(uint32_t marker, uint32_t from, uint32_t& number) const;
+    // The number of the first entry of `pending`, from number `from` on, whose marker is `marker`.
+    // Two entries share a marker when they differ in bit 23 only.
+    std::optional<uint32_t> FindPending(uint32_t marker, uint32_t from) const;
 
     uint32_t base = 0;                       // numbers that earlier blocks took
     uint32_t next_index = FIRST_TYPE_INDEX;  // number taken next, less `base`
@@ -43,8 +44,8 @@ class TMAP {
   private:
     void AddPending(uint32_t tk_ti);
 
-    HashIndex number_of_tk_;  // tk_ti of this block to its newest number, less `base`
-    HashIndex place_in_pending_;
+    HashTable<> number_of_tk_;  // tk_ti of this block to its newest number, less `base`
+    HashTable<> place_in_pending_;
 };
 
 class TkAliasMap {
@@ -55,7 +56,8 @@ class TkAliasMap {
     void Clear() { pairs_.Clear(); }
 
   private:
-    HashIndex pairs_;
+    // No type has that index: it is no marker, and numbers stay below 2^31.
+    HashTable<~TYPE_MARKER_BIT> pairs_;
 };
 
 }  // namespace scan695

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "base/hash_index.h"
+#include "base/hash_table.h"
 #include "types/reference_index.h"
 #include "types/type_map.h"
 
@@ -26,9 +26,9 @@ struct TypeState {
     uint32_t BitfieldsPending = 0;
     uint32_t BitfieldsStruct = 0;
 
-    ReferenceIndex References;     // where forward references stand
-    HashIndex DisplacedPositions;  // type index to position, for records not at index less 100
-    HashIndex ChainEnds;           // attribute to the far end of its chain, see TypeSize
+    ReferenceIndex References;       // where forward references stand
+    HashTable<> DisplacedPositions;  // type index to position, for records not at index less 100
+    HashTable<> ChainEnds;           // attribute to the far end of its chain, see TypeSize
 };
 extern TypeState Types;
 

@@ -18,8 +18,8 @@ bool FindRecord(uint32_t type_index, TYPEINFO& record) {
     if (position < Store.Header.nof_types && ReadRecord(Store.TypeTable, position, record) != 0 &&
         record.here_type_index == type_index)
         return true;
-    const uint32_t* displaced = Types.DisplacedPositions.Find(type_index);
-    return displaced != nullptr && ReadRecord(Store.TypeTable, *displaced, record) != 0;
+    const auto displaced = Types.DisplacedPositions.Find(type_index);
+    return displaced && ReadRecord(Store.TypeTable, *displaced, record) != 0;
 }
 
 uint32_t BasicSize(uint32_t type_index) {
@@ -47,8 +47,8 @@ uint32_t RecordSize(const TYPEINFO& record) {
 // What stands behind an attribute: a type on its chain, as far as is known. A target that is no
 // marker never changes, so what has been reached once is always reached.
 uint32_t BehindAttribute(const TYPEINFO& attribute) {
-    const uint32_t* end = Types.ChainEnds.Find(attribute.here_type_index);
-    return end != nullptr ? *end : attribute.u.pointer.type_index;
+    const auto end = Types.ChainEnds.Find(attribute.here_type_index);
+    return end.value_or(attribute.u.pointer.type_index);
 }
 
 // Lets all attributes from `first` on lead straight to `end`.

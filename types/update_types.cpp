@@ -24,9 +24,9 @@ struct PatchCounts {
 template <class WriteBack>
 PatchCounts PatchField(uint32_t& field, const char* label, const WriteBack& write_back) {
     PatchCounts counts;
-    uint32_t number = 0;
-    for (uint32_t from = 0; Types.Map.FindPending(field, from, number) != 0; from = number + 1) {
-        const uint32_t tk_ti = Types.Map.pending[number];
+    for (auto number = Types.Map.FindPending(field, 0); number;
+         number = Types.Map.FindPending(field, *number + 1)) {
+        const uint32_t tk_ti = Types.Map.pending[*number];
         ++counts.matched;
         const uint32_t fst_ti = Types.Map.Find(tk_ti);
         if (fst_ti == TYPE_NOT_FOUND) continue;
@@ -131,9 +131,9 @@ class ReferenceWalk {
     void KeepMarker(uint32_t type_index, Place place, bool shared) {
         if (!IsTypeMarker(type_index)) return;
         if (!shared) kept_.push_back({type_index, place});
-        uint32_t sharer;
-        if (place.element != 0 && Types.References.NextSharer(place.record, sharer) != 0)
-            shared_.push({sharer, place.element});
+        if (place.element == 0) return;
+        if (const auto sharer = Types.References.NextSharer(place.record))
+            shared_.push({*sharer, place.element});
     }
 
     std::vector<std::pair<uint32_t, Place>> kept_;
