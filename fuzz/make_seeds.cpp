@@ -1,37 +1,45 @@
-// Writes the inputs that the corpus grows from: make_seeds DIRECTORY fills DIRECTORY/convert with
-// object files (the samples, damaged files) and DIRECTORY/fst with the FST files of those that
-// convert.
+// Writes the inputs that the corpus grows from: make_seeds DIRECTORY FILE... fills
+// DIRECTORY/convert with the object files given and programs made at random, and DIRECTORY/fst with
+// the FST files of those that convert.
 #include <cstdio>
 #include <filesystem>
 #include <string>
 
-#include "tests/faults/fatal_cases.h"
-#include "tests/support/samples.h"
+#include "fuzz/random_program.h"
+#include "harness/convert.h"
 
 namespace fs = std::filesystem;
-using namespace scan695::test;
+using namespace scan695;
 
 namespace {
 
-void Add(const fs::path& directory, const Bytes& file) {
+constexpr uint32_t PROGRAMS = 200;
+
+void Add(const fs::path& directory, const std::vector<uint8_t>& file) {
     static int written = 0;
     const std::string name = std::to_string(written++);
-    WriteWholeFile(directory / "convert" / name, file);
-    const Converted result = ConvertBytes(file, true);
+    harness::WriteWholeFile(directory / "convert" / name, file);
+    const harness::Converted result = harness::ConvertBytes(file, true);
     if (result.status == 0)
-        WriteWholeFile(directory / "fst" / name, {result.fst.begin(), result.fst.end()});
+        harness::WriteWholeFile(directory / "fst" / name, {result.fst.begin(), result.fst.end()});
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: make_seeds DIRECTORY\n");
+    if (argc < 3) {
+        std::fprintf(stderr, "usage: make_seeds DIRECTORY FILE...\n");
         return 2;
     }
     const fs::path directory = argv[1];
     for (const char* kind : {"convert", "fst"}) fs::create_directories(directory / kind);
-    for (const char* sample : SAMPLES) Add(directory, Bytes(SampleBytes(sample)));
-    for (const FatalCase& fault : FatalCases()) Add(directory, Build(fault.File()));
+    for (int i = 2; i < argc; ++i) {
+        const std::string bytes = harness::ReadWholeFile(argv[i]);
+        Add(directory, {bytes.begin(), bytes.end()});
+    }
+    for (uint32_t seed = 0; seed < PROGRAMS; ++seed) {
+        fuzz::Random random(seed);
+        Add(directory, Build(fuzz::RandomProgram(random)));
+    }
     return 0;
 }
