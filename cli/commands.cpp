@@ -9,6 +9,7 @@
 #include "cli/check_command.h"
 #include "cli/complain.h"
 #include "cli/convert_command.h"
+#include "cli/elf_command.h"
 #include "cli/show_command.h"
 #include "cli/verify_command.h"
 
@@ -22,6 +23,7 @@ constexpr const Command* COMMANDS[] = {
     &CHECK_COMMAND,
     &SHOW_COMMAND,
     &VERIFY_COMMAND,
+    &ELF_COMMAND,
 };
 
 #define SCAN695_TEXT_OF(x) #x

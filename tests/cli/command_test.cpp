@@ -154,7 +154,7 @@ TEST(Command, WrongUsage) {
 
 TEST(Command, Help) {
     test::Sandbox sandbox;
-    for (const char* name : {"", "convert", "check", "show", "verify"}) {
+    for (const char* name : {"", "convert", "check", "show", "verify", "elf"}) {
         const std::vector<std::string> command(*name != '\0', name);
         std::vector<std::string> arguments = command;
         arguments.push_back("--help");

@@ -1,0 +1,83 @@
+#include "cli/elf_command.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <filesystem>
+#include <memory>
+
+#include "cli/complain.h"
+#include "cli/database.h"
+#include "cli/host.h"
+#include "cli/temp_files.h"
+#include "elf/elf_file.h"
+
+namespace scan695::cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char HELP[] = R"(scan695 elf - a program as an ELF file
+
+Usage:
+  scan695 elf FILE -o OUT.elf
+
+Writes the whole program into OUT.elf, an ELF file for today's debuggers and
+tools: the memory image and the symbols. FILE is an object file or an FST file; "-" is standard input.
+OUT.elf is replaced when the new file is complete, and not before.
+
+  -o, --output OUT.elf  where the ELF file goes
+
+Exit status: 0 success, 1 failure, 2 wrong usage.
+)";
+
+struct Options {
+    std::string file;
+    std::string out;
+};
+
+int Fail(const std::string& file, const std::string& what) {
+    Complain(file, what);
+    return FAILED;
+}
+
+int Run(const Options& options) {
+    if (const char* why = elf::WhyNot()) return Fail(options.out, why);
+    const auto fst = OpenDatabase(options.file);
+    if (!fst) return FAILED;
+
+    std::error_code failure;
+    const fs::path final_path = fs::weakly_canonical(options.out, failure);
+    std::string path;
+    const int descriptor = CreateTempFile(final_path.parent_path().string(), false, path);
+    if (descriptor == -1) return Fail(options.out, "cannot create: " + ErrorText(errno));
+    std::string error;
+    const bool is_written = elf::Write(*fst, descriptor, error);
+    if (!CloseDescriptor(descriptor) || !is_written) {
+        RemoveTempFile(path);
+        return Fail(options.out, is_written ? ErrorText(errno) : error);
+    }
+    fs::rename(path, final_path, failure);
+    if (failure) {
+        RemoveTempFile(path);
+        return Fail(options.out, "cannot replace the output: " + failure.message());
+    }
+    KeepTempFile(path);
+    return DONE;
+}
+
+Action Declare(CLI::App& app) {
+    const auto options = std::make_shared<Options>();
+    app.add_option("FILE", options->file)->required();
+    app.add_option("-o,--output", options->out)->required();
+    return [options] { return Run(*options); };
+}
+
+}  // namespace
+
+const Command ELF_COMMAND = {"elf", "FILE -o OUT.elf", "writes a program as an ELF file", HELP,
+                             Declare};
+
+}  // namespace scan695::cli

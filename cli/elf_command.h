@@ -1,0 +1,10 @@
+// scan695 elf: a program as an ELF file.
+#pragma once
+
+#include "cli/commands.h"
+
+namespace scan695::cli {
+
+extern const Command ELF_COMMAND;
+
+}  // namespace scan695::cli
