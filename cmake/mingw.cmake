@@ -1,7 +1,15 @@
-# The library for 64-bit Windows, built elsewhere with MinGW-w64 (Debian's g++-mingw-w64-x86-64).
+# Windows, built elsewhere with MinGW-w64; MINGW_PREFIX tells which. The runtime is linked into what
+# is built, so that nothing but the system's own libraries is needed.
 set(CMAKE_SYSTEM_NAME Windows)
-set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc)
-set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++)
-set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+find_program(MINGW_CXX NAMES ${MINGW_PREFIX}-g++-posix)
+if(NOT MINGW_CXX)
+    message(FATAL_ERROR "${MINGW_PREFIX}-g++-posix is missing: install the package ${MINGW_PACKAGE}")
+endif()
+set(CMAKE_C_COMPILER ${MINGW_PREFIX}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${MINGW_PREFIX}-g++-posix)
+set(CMAKE_RC_COMPILER ${MINGW_PREFIX}-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/${MINGW_PREFIX})
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
