@@ -13,9 +13,12 @@
 #include "include/scan695.h"
 
 #if defined(SCAN695_COVERAGE)
-extern "C" void __gcov_dump();
+extern "C" void __gcov_dump();  // NOLINT(bugprone-reserved-identifier): the compiler's name
+static void SaveCounters() {
+    __gcov_dump();
+}
 #else
-static void __gcov_dump() {}
+static void SaveCounters() {}
 #endif
 
 namespace scan695::harness {
@@ -46,7 +49,7 @@ struct ProcessDirectory {
 
 fs::path ScratchDirectory() {
     static ProcessDirectory directory;
-    const fs::path path = directory.path / std::to_string(directory.made++);
+    fs::path path = directory.path / std::to_string(directory.made++);
     fs::create_directory(path);
     return path;
 }
@@ -80,7 +83,7 @@ Converted InChild(const std::function<int()>& run) {
         if (in < 0 || out < 0 || dup2(in, 0) < 0 || dup2(out, 1) < 0) std::_Exit(99);
         const int status = run();
         std::fflush(stdout);
-        __gcov_dump();
+        SaveCounters();
         std::_Exit(status);
     }
     int status = 0;
@@ -103,7 +106,7 @@ Converted ConvertBytes(const std::vector<uint8_t>& bytes, bool debug) {
     return ConvertFile(directory / "t.abs", directory / "t.stf", debug);
 }
 
-std::string UnixLines(std::string text) {
+std::string UnixLines(const std::string& text) {
     std::string lines;
     for (const char c : text)
         if (c != '\r') lines += c;

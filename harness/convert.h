@@ -36,6 +36,6 @@ Converted ConvertFile(const std::filesystem::path& input, const std::filesystem:
 std::filesystem::path FstFileOf(const std::filesystem::path& input);
 
 // The text with CR LF turned into LF, for comparison with text in the tests.
-std::string UnixLines(std::string text);
+std::string UnixLines(const std::string& text);
 
 }  // namespace scan695::harness

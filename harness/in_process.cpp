@@ -17,6 +17,8 @@ bool Converting = false;
 
 }  // namespace
 
+// The names that the linker gives to a wrapped function and its wrapper.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 [[noreturn]] void __real_exit(int status);
 [[noreturn]] void __wrap_exit(int status);
@@ -26,6 +28,7 @@ void __wrap_exit(int status) {
     __real_exit(status);
 }
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace scan695::harness {
 
