@@ -40,6 +40,19 @@ bool CloseLifetime(const OpenLifetime& lifetime, uint32_t end_address) {
     return lifetime.stored && end_address != OPEN_END;
 }
 
+// The first lifetime of that symbol or a later one.
+auto FirstOf(std::vector<OpenLifetime>& lifetimes, uint32_t symbol) {
+    return std::ranges::lower_bound(lifetimes, symbol, {}, &OpenLifetime::symbol);
+}
+
+// Stands in for a block that has no end to give: all would stay as it is, but the place of an
+// overlong list may be out of reach.
+void TryOverlong(uint32_t first_symbol) {
+    std::vector<OpenLifetime>& overlong = Scopes.OverlongLifetimes;
+    for (auto next = FirstOf(overlong, first_symbol); next != overlong.end(); ++next)
+        CloseLifetime(*next, OPEN_END);
+}
+
 }  // namespace
 
 void WatchLifetime(uint32_t symbol, const SYMINFO& record, std::span<const LOCINFO> locations) {
@@ -47,13 +60,13 @@ void WatchLifetime(uint32_t symbol, const SYMINFO& record, std::span<const LOCIN
     if (stored && locations.back().end_address != OPEN_END) return;
     const uint32_t place = record.locinfo_offs + (record.nof_locs - 1U) * uint32_t{sizeof(LOCINFO)};
     Scopes.OpenLifetimes.push_back({symbol, place, stored});
+    if (!stored) Scopes.OverlongLifetimes.push_back(Scopes.OpenLifetimes.back());
 }
 
 void CloseLifetimes(uint32_t first_symbol, uint32_t end_address) {
+    if (end_address == OPEN_END && Report.DebugMode == 0) return TryOverlong(first_symbol);
     std::vector<OpenLifetime>& open = Scopes.OpenLifetimes;
-    auto next = std::partition_point(
-        open.begin(), open.end(),
-        [first_symbol](const auto& lifetime) { return lifetime.symbol < first_symbol; });
+    auto next = FirstOf(open, first_symbol);
     auto kept = next;
     const uint32_t end_symbol = Store.Header.nof_block_symbols;
     for (uint32_t symbol = first_symbol; symbol < end_symbol; ++symbol) {

@@ -11,6 +11,7 @@ void StartScopes() {
 void FreeScopeIndexes() {
     Scopes.Indexes = ScopeIndexes();
     Scopes.OpenLifetimes = {};
+    Scopes.OverlongLifetimes = {};
     Scopes.StackInfo = StackCollection();
 }
 

@@ -74,6 +74,7 @@ struct ScopeState {
     uint32_t file_nesting = 0;          // open source files, for the same limit
 
     std::vector<OpenLifetime> OpenLifetimes;
+    std::vector<OpenLifetime> OverlongLifetimes;  // those of them that are not stored
     StackCollection StackInfo;
     ScopeIndexes Indexes;
 };
