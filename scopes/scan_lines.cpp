@@ -122,8 +122,9 @@ void ReadSourceBody() {
 
 void ScanLines() {
     const NestingGuard guard(Scopes.file_nesting);
-    char path[BLOCK_NAME_SIZE] = {};
-    ReadName(path, sizeof path);
+    char* path = Scopes.source_path;
+    *path = '\0';
+    ReadName(path, sizeof Scopes.source_path);
     Trace("Source file=\"%s\"\n", path);
     const int32_t levels = TieToModule(path) ? 1 : 0;
     Stf.SourceDepth += levels;

@@ -73,6 +73,9 @@ struct ScopeState {
     uint32_t block_nesting = 0;         // open blocks, for the limit of 1,000
     uint32_t file_nesting = 0;          // open source files, for the same limit
 
+    // Of the source file whose head is being read; not on the stack, since files nest deep.
+    char source_path[BLOCK_NAME_SIZE] = {};
+
     std::vector<OpenLifetime> OpenLifetimes;
     std::vector<OpenLifetime> OverlongLifetimes;  // those of them that are not stored
     StackCollection StackInfo;
