@@ -77,7 +77,7 @@ void StartRun(uint32_t debug_mode, const char* stf_path) {
     Store = StoreState();
     StartInput();
     BasicTypes = BasicTypeState();
-    Types = TypeState();
+    StartTypes();
     StartScopes();
     FstFile = FstFileState();
     StartStf(stf_path);

@@ -117,14 +117,13 @@ void CheckType(const TypeCheck& check) {
         case TAG_POINTER:
         case TAG_ATTRIBUTE:
             return CheckPointer(check);
-        case 0: {  // a typedef of a record that did not exist
+        case TAG_NONE: {
             const TYPEINFO cleared = {};
             return check.Require(std::memcmp(&type.u, &cleared.u, sizeof type.u) == 0,
                                  "no tag, but contents");
         }
-        default:
-            return check.Require(false, "unknown tag");
     }
+    check.Require(false, "unknown tag");
 }
 
 }  // namespace

@@ -110,7 +110,7 @@ void ScanModule() {
 }
 
 void ScannerCleanup() {
-    FreeTypeMaps();
+    StartTypes();
     FreeScopeIndexes();
 }
 

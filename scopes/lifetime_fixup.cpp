@@ -5,6 +5,7 @@
 #include "report/report.h"
 #include "scopes/scope_state.h"
 #include "store/tables.h"
+#include "types/update_types.h"
 
 namespace scan695 {
 
@@ -36,6 +37,7 @@ bool CloseLifetime(const OpenLifetime& lifetime, uint32_t end_address) {
     if (location.end_address != OPEN_END) return lifetime.stored;
     location.end_address = end_address;
     TransferLocation(ChunkFile::WRITE, lifetime.place, location);
+    NoteWrite(lifetime.place);  // which may lie behind a list that is shorter than its count
     Trace("   updating LOCINFO ending address=%x\n", end_address);
     return lifetime.stored && end_address != OPEN_END;
 }

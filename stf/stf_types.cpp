@@ -77,7 +77,7 @@ void CommentRecord(const TYPEINFO& record) {
             return CommentEnumeration(record.u.enumeration);
         case TAG_BITFIELD:
             return CommentBits(record.u.bits);
-        default:
+        case TAG_NONE:
             return;
     }
 }
@@ -185,7 +185,7 @@ void outTypeRecord(uint32_t number, const TYPEINFO& record) {
             return outEnumeration(number, record.u.enumeration);
         case TAG_BITFIELD:
             return outBitfield(number, record.u.bits);
-        default:
+        case TAG_NONE:
             return;
     }
 }

@@ -38,6 +38,7 @@ enum MemType : int8_t {
 
 // Values of TYPEINFO::type_tag. Tags and basic types share one numbering.
 enum TypeTag : uint8_t {
+    TAG_NONE = 0,  // a cleared record: a typedef of one that did not exist
     TAG_POINTER = 0x23,
     TAG_ARRAY = 0x24,
     TAG_STRUCT = 0x25,
@@ -236,7 +237,7 @@ SCAN695_FIELD_AT(LOCINFO, beg_address, 8);
 
 struct TYPEINFO {
     uint32_t here_type_index;
-    uint8_t type_tag;
+    TypeTag type_tag;  // a file may hold any other byte too
     uint8_t reserved[3];
     union Variant {
         struct Function {

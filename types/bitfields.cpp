@@ -8,6 +8,7 @@
 #include "types/type_fields.h"
 #include "types/type_state.h"
 #include "types/type_table.h"
+#include "types/update_types.h"
 
 namespace scan695 {
 
@@ -88,7 +89,7 @@ bool ResolveElement(uint32_t number, FIELDINFO& element) {
           element.type_index, element.value, static_cast<uint8_t>(bits.nof_bits),
           static_cast<uint8_t>(bits.displacement), bits.type_index);
     element.value = PlaceBitfield(element.value, true, record);
-    element.type_index = AppendType(record, Types.Map.Add(0));
+    element.type_index = AppendType(record, TakeTypeNumber(0));
     Trace("           new ti=%u: offset=%3u, nof_bits=%2u, displ=%2u in type=%u\n",
           element.type_index, element.value, static_cast<uint8_t>(bits.nof_bits),
           static_cast<uint8_t>(bits.displacement), bits.type_index);
@@ -167,6 +168,7 @@ void ResolveStructureBitfields(uint32_t fst_ti) {
         ReadField(list.ElementOffset(i), element);
         if (!ResolveElement(i, element)) continue;
         if (WriteField(list.ElementOffset(i), element) == 0) ReportAndStop(ERROR_NO_MEMORY);
+        NoteWrite(list.ElementOffset(i));
     }
 }
 

@@ -1,5 +1,6 @@
-// Definitions with lists: functions, structs and unions, enumerations; and bitfields, which lists
-// place.
+// Definitions of functions, enumerations and bitfields.
+#include <memory>
+
 #include "base/text_case.h"
 #include "report/report.h"
 #include "store/tables.h"
@@ -7,7 +8,6 @@
 #include "types/definitions.h"
 #include "types/enum_items.h"
 #include "types/field_list.h"
-#include "types/members.h"
 
 namespace scan695 {
 
@@ -27,19 +27,6 @@ uint8_t FunctionSpec(uint32_t attr) {
                                 ((attr & ATTR_20) != 0 ? SPEC_08 : 0));
 }
 
-// Each parameter takes a byte at least.
-FieldList ScanParameters(const Definition& definition, uint32_t count) {
-    if (count > BytesLeft()) ReportAndStop(ERROR_NO_MEMORY);
-    FieldList parameters;
-    for (uint32_t i = 0; i < count; ++i) {
-        FIELDINFO parameter = {};
-        parameter.type_index = definition.ScanNested();
-        Trace("x function parm%d type=%u\n", static_cast<int32_t>(i), parameter.type_index);
-        parameters.Add(parameter);
-    }
-    return parameters;
-}
-
 // The basic type that holds an enumeration, by its size mark.
 uint32_t EnumerationType(uint32_t size) {
     switch (size) {
@@ -54,56 +41,67 @@ uint32_t EnumerationType(uint32_t size) {
     }
 }
 
+// A function under construction, on the heap as every definition that holds others.
+struct OpenFunction {
+    uint32_t attr = 0;
+    uint32_t frame_type = 0;
+    uint32_t push_mask = 0;
+    uint32_t return_type = 0;
+    uint32_t number = 0;
+    FieldList parameters;
+    FIELDINFO parameter = {};
+    TYPEINFO record = {};
+};
+
+void ReadFunctionHead(OpenFunction& open) {
+    open.attr = NumberOrStop(INVALID_FUNCTION);
+    open.frame_type = NumberOrStop(INVALID_FUNCTION);
+    open.push_mask = NumberOrStop(INVALID_FUNCTION);
+}
+
+// The number of parameters, each of which takes a byte at least.
+uint32_t ReadParameterCount(const OpenFunction& open) {
+    const uint32_t count = NumberOrStop(INVALID_FUNCTION);
+    Trace("x function: attr=%x, frame_type=%u, push_mask=%x, nof_parms=%d\n", open.attr,
+          open.frame_type, open.push_mask, static_cast<int32_t>(count));
+    if (count == NO_PARAMETERS) return 0;
+    if (count > BytesLeft()) ReportAndStop(ERROR_NO_MEMORY);
+    return count;
+}
+
+void AddParameter(OpenFunction& open, uint32_t type_index) {
+    Trace("x function parm%d type=%u\n", static_cast<int32_t>(open.parameters.Count()), type_index);
+    open.parameter.type_index = type_index;
+    open.parameters.Add(open.parameter);
+}
+
+uint32_t AppendFunction(const Definition& definition, OpenFunction& open) {
+    const uint32_t level = NumberOrStop(INVALID_FUNCTION);
+    const uint32_t father = OptionalNumber();
+    Trace("  function nesting level=%u, function father=%u\n", level, father);
+    open.record.type_tag = TAG_FUNCTION;
+    open.record.u.function.type_index = open.return_type;
+    open.record.u.function.nof_params = static_cast<uint8_t>(open.parameters.Count());
+    open.record.u.function.params_offset = open.parameters.Store();
+    open.record.u.function.spec = FunctionSpec(open.attr);
+    AppendType(open.record, open.number);
+    Trace("FUNCTION(%x)=%u ret_ti=%u, nof_parms=%u\n", definition.tk_idx, open.number,
+          open.return_type, open.record.u.function.nof_params);
+    return open.number;
+}
+
 }  // namespace
 
 // The number is taken before the parameters: one that defines a type has a higher number and is
 // appended first.
 uint32_t ScanFunctionType(const Definition& definition) {
-    const uint32_t attr = NumberOrStop(INVALID_FUNCTION);
-    const uint32_t frame_type = NumberOrStop(INVALID_FUNCTION);
-    const uint32_t push_mask = NumberOrStop(INVALID_FUNCTION);
-    const uint32_t return_type = definition.ScanNested();
-    const uint32_t number = definition.TakeNumber();
-    const uint32_t nof_parms = NumberOrStop(INVALID_FUNCTION);
-    Trace("x function: attr=%x, frame_type=%u, push_mask=%x, nof_parms=%d\n", attr, frame_type,
-          push_mask, static_cast<int32_t>(nof_parms));
-    const FieldList parameters =
-        ScanParameters(definition, nof_parms == NO_PARAMETERS ? 0 : nof_parms);
-    const uint32_t level = NumberOrStop(INVALID_FUNCTION);
-    const uint32_t father = OptionalNumber();
-    Trace("  function nesting level=%u, function father=%u\n", level, father);
-
-    TYPEINFO record = {};
-    record.type_tag = TAG_FUNCTION;
-    record.u.function.type_index = return_type;
-    record.u.function.nof_params = static_cast<uint8_t>(parameters.Count());
-    record.u.function.params_offset = parameters.Store();
-    record.u.function.spec = FunctionSpec(attr);
-    AppendType(record, number);
-    Trace("FUNCTION(%x)=%u ret_ti=%u, nof_parms=%u\n", definition.tk_idx, number, return_type,
-          record.u.function.nof_params);
-    return number;
-}
-
-uint32_t ScanStructUnion(const Definition& definition) {
-    const uint32_t size = NumberOrStop("Invalid struct type encountered at %X\n");
-    Trace("%s, name=%s, size=%u Bytes\n", definition.letter == 'U' ? "U union" : "S struct",
-          definition.name, size);
-    Types.BfParentSize = size;
-    const MemberList members = ScanMembers();
-    const bool is_struct = members.is_struct && definition.letter == 'S';
-    const uint32_t number = definition.TakeNumber();
-
-    TYPEINFO record = {};
-    record.type_tag = is_struct ? TAG_STRUCT : TAG_UNION;
-    record.u.structunion.name_offs = StoreName(definition.name);
-    record.u.structunion.size = size;
-    record.u.structunion.field_offs = members.field_offs;
-    record.u.structunion.nof_elem = static_cast<uint16_t>(members.count);
-    AppendType(record, number);
-    Trace("%s(%x)=%u \"%s\", nof_elem=%u, size=%u\n", is_struct ? "STRUCT" : "UNION",
-          definition.tk_idx, number, definition.name, record.u.structunion.nof_elem, size);
-    return number;
+    const auto open = std::make_unique<OpenFunction>();
+    ReadFunctionHead(*open);
+    open->return_type = definition.ScanNested();
+    open->number = definition.TakeNumber();
+    for (uint32_t left = ReadParameterCount(*open); left > 0; --left)
+        AddParameter(*open, definition.ScanNested());
+    return AppendFunction(definition, *open);
 }
 
 uint32_t ScanEnumeration(const Definition& definition) {
@@ -142,7 +140,7 @@ uint32_t ScanBitfield(const Definition& definition) {
     AppendType(record, number);
     Trace("g BITFIELD(%x)=%u nof_bits=%u, in %s base type\n", definition.tk_idx, number,
           width & 0xFF, is_signed != 0 ? "signed" : "unsigned");
-    if (Types.BitfieldsPending != 0) ResolveStructureBitfields(Types.BitfieldsStruct);
+    if (Types.BitfieldsPending) ResolveStructureBitfields(Types.BitfieldsStruct);
     return number;
 }
 

@@ -1,5 +1,5 @@
-// What the readers of the single kinds of type definitions share. Each is called behind the letter,
-// reads the fields, and gives the type index.
+// The readers of the single kinds of type definitions, among which ScanType chooses, and what they
+// share. Each is called behind the letter, reads the fields, and gives the type index.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,7 @@
 #include "types/definition.h"
 #include "types/type_state.h"
 #include "types/type_table.h"
+#include "types/update_types.h"
 
 namespace scan695 {
 
@@ -18,7 +19,7 @@ struct Definition {
     char* name;
 
     // Takes the definition's number. Only a definition at level 0 can be referred to by its tk_idx.
-    uint32_t TakeNumber() const { return Types.Map.Add(level == 0 ? tk_idx : 0); }
+    uint32_t TakeNumber() const { return TakeTypeNumber(level == 0 ? tk_idx : 0); }
     // Reads a <type> field.
     uint32_t ScanNested() const {
         char no_name[1] = "";

@@ -1,12 +1,10 @@
 #include "types/members.h"
 
-#include "input/cursor.h"
 #include "report/report.h"
+#include "store/tables.h"
 #include "types/bitfields.h"
-#include "types/definition.h"
-#include "types/field_list.h"
-#include "types/type_state.h"
 #include "types/type_table.h"
+#include "types/update_types.h"
 
 namespace scan695 {
 
@@ -23,7 +21,7 @@ bool IsBitfield(uint32_t type_index, TYPEINFO& record) {
 void PlaceMember(TYPEINFO& record, uint32_t bit_offset, bool group_start, FIELDINFO& member) {
     Trace("nof_bits=%u, bit displacement=%u\n", static_cast<uint8_t>(record.u.bits.nof_bits),
           bit_offset);
-    member.type_index = Types.Map.Add(0);
+    member.type_index = TakeTypeNumber(0);
     member.value = PlaceBitfield(bit_offset, group_start, record);
     AppendType(record, member.type_index);
     Trace("m BITFIELD(0)=%u nof_bits=%u, displ=%u in type=%u\n", member.type_index,
@@ -39,39 +37,25 @@ bool IsStruct(const FieldList& list, bool last_is_bitfield) {
 
 }  // namespace
 
-MemberList ScanMembers() {
-    Trace("ScanMembers()...\n");
-    ResetPlacement();
-    FieldList list;
-    char name[SYMBOL_NAME_SIZE] = "";
-    uint32_t offset = 0;
-    bool group_start = true;  // the last member was no bitfield
-    while (ReadName(name, SYMBOL_NAME_SIZE) != 0) {
-        Trace("Elem%u: name=%s, ", list.Count(), name);
-        FIELDINFO member = {};
-        member.type_index = ScanType(0, 1, name);
-        Trace("tidx=%u, ", member.type_index);
-        TYPEINFO record;
-        const bool is_bitfield = IsBitfield(member.type_index, record);
-        ReadNumber(offset);
-        if (is_bitfield) {
-            PlaceMember(record, offset, group_start, member);
-        } else {
-            Trace("offset=%u\n", offset);
-            member.value = offset;
-        }
-        group_start = !is_bitfield;
-        member.name_offs = StoreName(name);
-        list.Add(member);
+void ReadMember(OpenStruct& open, uint32_t type_index) {
+    Trace("tidx=%u, ", type_index);
+    open.member = {};
+    open.member.type_index = type_index;
+    const bool is_bitfield = IsBitfield(type_index, open.record);
+    ReadNumber(open.offset);
+    if (is_bitfield) {
+        PlaceMember(open.record, open.offset, open.group_start, open.member);
+    } else {
+        Trace("offset=%u\n", open.offset);
+        open.member.value = open.offset;
     }
-    MemberList members;
-    members.count = list.Count();
-    members.is_struct = IsStruct(list, !group_start);
-    members.field_offs = list.Store();
-    if (static_cast<uint16_t>(members.count) > list.StoredCount())
-        Types.References.NoteOverlongList(members.field_offs);
-    Trace("End ScanMembers(), nof_elem=%u\n", members.count);
-    return members;
+    open.group_start = !is_bitfield;
+    open.member.name_offs = StoreName(open.name);
+    open.members.Add(open.member);
+}
+
+StoredMembers StoreMembers(const OpenStruct& open) {
+    return {open.members.Store(), IsStruct(open.members, !open.group_start)};
 }
 
 }  // namespace scan695

@@ -1,10 +1,10 @@
 // Where forward references stand: for each marker the places of the type records that hold it, in
-// the order in which a walk over the whole TypeTable would meet them. UpdateTypes visits these
-// places in place of walking.
+// the order in which a walk over the whole TypeTable would meet them. The essay in update_types.h
+// tells what for.
 //
-// A place is only noted, never corrected: whoever visits it looks what stands there. Records that
-// share a list (typedef copies) share the places of its elements too; they are noted for the first
-// of them, and NextSharer leads on to the others.
+// A place is only noted, never corrected: whoever visits it looks what stands there. A place may be
+// noted twice. Records that share a list (typedef copies) share the places of its elements; these
+// are noted for the first of them, and NextSharer leads on to the others.
 #pragma once
 
 #include <compare>
@@ -24,11 +24,10 @@ struct Place {
     auto operator<=>(const Place&) const = default;
 };
 
-// A struct or union that claims more elements than its stored list has: what lies behind the list
-// counts as elements too, so its list is always walked whole.
-struct OverlongList {
-    uint32_t record;
-    bool shared;  // with a record in front of it
+// What stands in a place when it is noted.
+struct Reference {
+    uint32_t type_index;
+    Place place;
 };
 
 class ReferenceIndex {
@@ -37,11 +36,15 @@ class ReferenceIndex {
     void NoteRecord(const TYPEINFO& record, uint32_t position);
     // Notes one place; no effect for a type index that is no marker.
     void NotePlace(uint32_t type_index, Place place);
-    // Tells, before its record is noted, that the list at that offset is shorter than claimed.
-    void NoteOverlongList(uint32_t list_offset) { overlong_offsets_.Put(list_offset, 1); }
+    // Takes in what the image has got behind lists that claim more elements than they have.
+    void NoteGrowth();
+    // The places that show a marker in the 16 bytes at `offset` of the image, which have been
+    // written over. Whoever writes into lists or may write into what follows them notes them.
+    [[nodiscard]] std::vector<Reference> PlacesOver(uint32_t offset) const;
 
     // Only the places of active markers are given out. A new block of types deactivates all.
     void Activate(uint32_t marker);
+    void ActivatePending(const std::vector<uint32_t>& pending);
     void DeactivateAll();
     // The first active place in walk order, or null; valid until the next call.
     const Place* First();
@@ -49,9 +52,7 @@ class ReferenceIndex {
     void RemoveFirst();
 
     // The next record with the same list.
-    std::optional<uint32_t> NextSharer(uint32_t record) const;
-
-    std::vector<OverlongList> Overlong;  // in the order of their positions
+    [[nodiscard]] std::optional<uint32_t> NextSharer(uint32_t record) const;
 
   private:
     struct MarkerPlaces {
@@ -63,20 +64,31 @@ class ReferenceIndex {
         uint32_t number;  // of the MarkerPlaces
         auto operator<=>(const Head&) const = default;
     };
+    // A list of the image with the records that have it.
+    struct KnownList {
+        ReferenceList list;
+        uint32_t first_record;
+        uint32_t last_record;
+        uint32_t nof_noted = 0;  // elements looked at, all that the image has
+    };
 
     uint32_t NumberOf(uint32_t marker);
     void PushHead(uint32_t number);
     void NoteList(const ReferenceList& list, uint32_t position);
-    bool NoteElements(const ReferenceList& list, uint32_t position);
+    bool NoteElements(KnownList& known);
+    const KnownList* ListAt(uint32_t offset) const;
+    void AddPlacesOver(uint32_t offset, uint32_t word, std::vector<Reference>& found) const;
 
     HashTable<> number_of_marker_;
     std::vector<MarkerPlaces> markers_;
     std::vector<uint32_t> active_;  // numbers of the active markers
+    size_t nof_pending_active_ = 0;
     std::vector<Head> heads_;  // a heap of the first places of the active markers, old ones too
 
-    HashTable<> last_sharer_;  // list offset to the newest record with that list
-    HashTable<> next_sharer_;  // position to the next record with the same list
-    HashTable<> overlong_offsets_;
+    std::vector<KnownList> lists_;    // in the order of their offsets, which is that of the records
+    std::vector<uint32_t> overlong_;  // numbers of the lists that claim more than they have,
+    std::vector<uint32_t> incomplete_;  // and of those among them that the image does not reach yet
+    HashTable<> next_sharer_;           // position to the next record with the same list
 };
 
 }  // namespace scan695

@@ -11,9 +11,14 @@ const uint32_t* OwnReference(const TYPEINFO& record) {
             return &record.u.array.type_index;
         case TAG_FUNCTION:
             return &record.u.function.type_index;
-        default:
-            return nullptr;
+        case TAG_STRUCT:
+        case TAG_UNION:
+        case TAG_BITFIELD:
+        case TAG_ENUMERATION:
+        case TAG_NONE:
+            break;
     }
+    return nullptr;
 }
 
 ReferenceList ListOf(const TYPEINFO& record) {

@@ -2,8 +2,6 @@
 
 #include "input/cursor.h"
 #include "report/report.h"
-#include "types/type_state.h"
-#include "types/update_types.h"
 
 namespace scan695 {
 
@@ -15,20 +13,11 @@ void TMAP::BeginBlock() {
     pending.clear();
     number_of_tk_.Clear();
     place_in_pending_.Clear();
-    Types.Aliases.Clear();
-    Types.References.DeactivateAll();
 }
 
 uint32_t TMAP::Add(uint32_t key) {
     const uint32_t number = next_index++;
     number_of_tk_.Put(key, number);
-    if (place_in_pending_.Find(key)) {
-        Types.References.Activate(key | TYPE_MARKER_BIT);
-        if (unresolved != 0) {
-            Trace("Run UpdateTypes for fst_ti=%u as tk_ti=%u\n", number, key);
-            UpdateTypes();
-        }
-    }
     return base + number;
 }
 
@@ -42,16 +31,9 @@ uint32_t TMAP::Find(uint32_t tk_ti) {
     ++unresolved;
     Trace("TMAP:Cannot find TASKING_type=%d about %X, storing as unresolved\n",
           static_cast<int32_t>(tk_ti), LastOffset());
-    AddPending(tk_ti);
+    if (place_in_pending_.AddNew(tk_ti, static_cast<uint32_t>(pending.size())))
+        pending.push_back(tk_ti);
     return tk_ti | TYPE_MARKER_BIT;
-}
-
-// With the trace on, a walk names the types that are still missing, so it has to visit their
-// references too.
-void TMAP::AddPending(uint32_t tk_ti) {
-    if (!place_in_pending_.AddNew(tk_ti, static_cast<uint32_t>(pending.size()))) return;
-    pending.push_back(tk_ti);
-    if (Report.DebugMode != 0) Types.References.Activate(tk_ti | TYPE_MARKER_BIT);
 }
 
 int TMAP::Lookup(uint32_t tk_ti, uint32_t& fst_ti) const {

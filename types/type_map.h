@@ -17,11 +17,11 @@ inline constexpr uint32_t TYPE_NOT_FOUND = 0xFFFFFFFF;
 
 class TMAP {
   public:
-    // Resets the maps for a new block of types; the numbers run on.
+    // Forgets the types of the block; the numbers run on.
     void BeginBlock();
 
-    // Takes the next number for `key`, a tk_ti or 0 for a nested type, and gives it. Resolves the
-    // references that wait for the key, before the caller has appended its record.
+    // Takes the next number for `key`, a tk_ti or 0 for a nested type, and gives it. TakeTypeNumber
+    // goes on and resolves what waits for the key.
     uint32_t Add(uint32_t key);
 
     // The newest type of that tk_ti. Without one the reference is counted and the marker comes
@@ -29,11 +29,15 @@ class TMAP {
     uint32_t Find(uint32_t tk_ti);
 
     // 1 and the newest type of that tk_ti (for 0 the newest nested type), or 0; changes nothing.
-    int Lookup(uint32_t tk_ti, uint32_t& fst_ti) const;
+    [[nodiscard]] int Lookup(uint32_t tk_ti, uint32_t& fst_ti) const;
 
+    // True when the block has referred to that tk_ti before it defined it.
+    [[nodiscard]] bool IsPending(uint32_t tk_ti) const {
+        return place_in_pending_.Find(tk_ti).has_value();
+    }
     // The number of the first entry of `pending`, from number `from` on, whose marker is `marker`.
     // Two entries share a marker when they differ in bit 23 only.
-    std::optional<uint32_t> FindPending(uint32_t marker, uint32_t from) const;
+    [[nodiscard]] std::optional<uint32_t> FindPending(uint32_t marker, uint32_t from) const;
 
     uint32_t base = 0;                       // numbers that earlier blocks took
     uint32_t next_index = FIRST_TYPE_INDEX;  // number taken next, less `base`
@@ -42,8 +46,6 @@ class TMAP {
     std::vector<uint32_t> pending;  // tk_ti of the forward references of this block, each once
 
   private:
-    void AddPending(uint32_t tk_ti);
-
     HashTable<> number_of_tk_;  // tk_ti of this block to its newest number, less `base`
     HashTable<> place_in_pending_;
 };
@@ -52,7 +54,7 @@ class TkAliasMap {
   public:
     void Add(uint32_t tk_ti, uint32_t fst_ti) { pairs_.Put(tk_ti, fst_ti); }
     // 1 and the newest type of that name, or 0. The type may be a marker.
-    int Find(uint32_t tk_ti, uint32_t& fst_ti) const;
+    [[nodiscard]] int Find(uint32_t tk_ti, uint32_t& fst_ti) const;
     void Clear() { pairs_.Clear(); }
 
   private:

@@ -4,8 +4,14 @@ namespace scan695 {
 
 TypeState Types;
 
-void FreeTypeMaps() {
+void StartTypes() {
     Types = TypeState();
+}
+
+void BeginTypeBlock() {
+    Types.Map.BeginBlock();
+    Types.Aliases.Clear();
+    Types.References.DeactivateAll();
 }
 
 }  // namespace scan695

@@ -1,4 +1,4 @@
-// The run state of the type scanner. A run starts by assigning a new TypeState.
+// The run state of the type scanner.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +23,7 @@ struct TypeState {
 
     // Set by UpdateTypes when the last member of a struct has got its type: that struct's position
     // in the TypeTable plus 100. Cleared by every ScanType.
-    uint32_t BitfieldsPending = 0;
+    bool BitfieldsPending = false;
     uint32_t BitfieldsStruct = 0;
 
     ReferenceIndex References;       // where forward references stand
@@ -32,8 +32,10 @@ struct TypeState {
 };
 extern TypeState Types;
 
-// The type maps live from the start of a run to the cleanup of the scan, which gives all their
-// memory back. Can be called twice.
-void FreeTypeMaps();
+// A run begins with this; at the end of a scan it gives the memory back.
+void StartTypes();
+
+// Forgets, at the head of a block of types, what the block before has named and waited for.
+void BeginTypeBlock();
 
 }  // namespace scan695

@@ -39,9 +39,12 @@ uint32_t RecordSize(const TYPEINFO& record) {
             return BasicTypes.PointerSize;
         case TAG_ENUMERATION:
             return GetBasicTypeSize(record.u.enumeration.type_index);
-        default:
-            return 0;
+        case TAG_BITFIELD:
+        case TAG_ATTRIBUTE:  // has what is behind it
+        case TAG_NONE:
+            break;
     }
+    return 0;
 }
 
 // What stands behind an attribute: a type on its chain, as far as is known. A target that is no

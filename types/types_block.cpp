@@ -31,7 +31,7 @@ void ScanTypeRecord(uint32_t ref_idx, char* name) {
 
 void ScanTypes() {
     Trace("Scanning types...\n");
-    Types.Map.BeginBlock();
+    BeginTypeBlock();
     uint32_t ref_idx = 0;
     char name[BLOCK_NAME_SIZE] = {};  // stays in force until the next name record
     for (uint8_t byte = ReadByte(); byte != BYTE_BE; byte = ReadByte()) {

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <queue>
-#include <utility>
 #include <vector>
 
 #include "report/report.h"
@@ -40,7 +39,7 @@ PatchCounts PatchField(uint32_t& field, const char* label, const WriteBack& writ
     return counts;
 }
 
-const char* OwnLabel(uint8_t tag) {
+const char* OwnLabel(TypeTag tag) {
     switch (tag) {
         case TAG_POINTER:
             return "PTR";
@@ -48,109 +47,130 @@ const char* OwnLabel(uint8_t tag) {
             return "ARR";
         case TAG_FUNCTION:
             return "FUN";
-        default:
+        case TAG_ATTRIBUTE:
             return "ATT";
+        case TAG_STRUCT:
+        case TAG_UNION:
+        case TAG_BITFIELD:
+        case TAG_ENUMERATION:
+        case TAG_NONE:
+            break;
     }
+    return "";  // has no reference of its own
 }
 
-// Visit one field; the result is what it holds then.
-uint32_t VisitOwn(uint32_t position, TYPEINFO& record) {
-    uint32_t* field = OwnReference(record);
-    PatchField(*field, OwnLabel(record.type_tag),
-               [&] { WriteRecord(Store.TypeTable, position, record); });
-    return *field;
-}
-
-// The element visited last, be it the end of the list or of the walk, decides whether the bitfields
-// of its struct can be placed now.
-uint32_t VisitElement(uint32_t position, const ReferenceList& list, uint32_t number) {
-    FIELDINFO field;
-    ReadField(list.ElementOffset(number), field);
-    const PatchCounts counts = PatchField(field.type_index, list.members ? "STR" : "FPP",
-                                          [&] { WriteField(list.ElementOffset(number), field); });
-    const bool last = number + 1 == list.count || Types.Map.unresolved == 0;
-    if (list.members && last && counts.matched > 0 && counts.matched == counts.resolved) {
-        Types.BitfieldsPending = 1;
-        Types.BitfieldsStruct = position + FIRST_TYPE_INDEX;
-    }
-    return field.type_index;
-}
-
-uint32_t VisitPlace(Place place) {
-    TYPEINFO record = {};
-    ReadRecord(Store.TypeTable, place.record, record);
-    return place.element == 0 ? VisitOwn(place.record, record)
-                              : VisitElement(place.record, ListOf(record), place.element - 1);
-}
-
-void VisitWholeList(uint32_t position) {
-    TYPEINFO record = {};
-    ReadRecord(Store.TypeTable, position, record);
-    const ReferenceList list = ListOf(record);
-    for (uint32_t i = 0; i < list.count && Types.Map.unresolved != 0; ++i)
-        VisitElement(position, list, i);
-}
-
-// A walk over the noted places, with the overlong lists between them.
+// A walk over the noted places.
 class ReferenceWalk {
   public:
     void Run() {
         while (Types.Map.unresolved != 0 && VisitNext()) continue;
-        for (const auto& [marker, place] : kept_) Types.References.NotePlace(marker, place);
+        for (const Reference& reference : kept_)
+            Types.References.NotePlace(reference.type_index, reference.place);
     }
 
   private:
     bool VisitNext() {
         const Place* noted = Types.References.First();
         const bool shared = !shared_.empty() && (noted == nullptr || shared_.top() < *noted);
-        const Place* next = shared ? &shared_.top() : noted;
-        if (VisitOverlong(next)) return true;
-        if (next == nullptr) return false;
-        const Place place = *next;
+        if (!shared && noted == nullptr) return false;
+        const Place place = shared ? shared_.top() : *noted;
         if (shared)
             shared_.pop();
         else
             Types.References.RemoveFirst();
-        KeepMarker(VisitPlace(place), place, shared);
+        if (place == last_) return true;
+        last_ = place;
+        KeepMarker(Visit(place), shared);
         return true;
     }
 
-    // Visits the next overlong list if it stands in front of the next place. Without the trace the
-    // others that share it need no visit: the first has left nothing to resolve.
-    bool VisitOverlong(const Place* next) {
-        const std::vector<OverlongList>& lists = Types.References.Overlong;
-        if (overlong_ == lists.size()) return false;
-        const OverlongList& list = lists[overlong_];
-        if (next != nullptr && next->record < list.record) return false;
-        ++overlong_;
-        if (!list.shared || Report.DebugMode != 0) VisitWholeList(list.record);
-        return true;
+    // The result is what the place holds then.
+    uint32_t Visit(Place place) {
+        TYPEINFO record = {};
+        ReadRecord(Store.TypeTable, place.record, record);
+        return place.element == 0 ? VisitOwn(record) : VisitElement(ListOf(record));
+    }
+
+    uint32_t VisitOwn(TYPEINFO& record) {
+        uint32_t* field = OwnReference(record);
+        PatchField(*field, OwnLabel(record.type_tag),
+                   [&] { WriteRecord(Store.TypeTable, last_.record, record); });
+        return *field;
+    }
+
+    // The element visited last, be it the end of the list or of the walk, decides whether the
+    // bitfields of its struct can be placed now.
+    uint32_t VisitElement(const ReferenceList& list) {
+        const uint32_t number = last_.element - 1;
+        const uint32_t offset = list.ElementOffset(number);
+        FIELDINFO field;
+        ReadField(offset, field);
+        const PatchCounts counts = PatchField(field.type_index, list.members ? "STR" : "FPP", [&] {
+            WriteField(offset, field);
+            if (IsTypeMarker(field.type_index)) NoteOthers(offset);
+        });
+        const bool last = number + 1 == list.count || Types.Map.unresolved == 0;
+        if (list.members && last && counts.matched > 0 && counts.matched == counts.resolved) {
+            Types.BitfieldsPending = true;
+            Types.BitfieldsStruct = last_.record + FIRST_TYPE_INDEX;
+        }
+        return field.type_index;
     }
 
     // A marker that stays is kept for the next walk, and shows in the other records of its list.
-    void KeepMarker(uint32_t type_index, Place place, bool shared) {
+    void KeepMarker(uint32_t type_index, bool shared) {
         if (!IsTypeMarker(type_index)) return;
-        if (!shared) kept_.push_back({type_index, place});
-        if (place.element == 0) return;
-        if (const auto sharer = Types.References.NextSharer(place.record))
-            shared_.push({*sharer, place.element});
+        if (!shared) kept_.push_back({type_index, last_});
+        if (last_.element == 0) return;
+        if (const auto sharer = Types.References.NextSharer(last_.record))
+            shared_.push({*sharer, last_.element});
     }
 
-    std::vector<std::pair<uint32_t, Place>> kept_;
+    // A number above 2^23 looks like a marker, in the other lists that claim its place too.
+    void NoteOthers(uint32_t offset) {
+        for (const Reference& reference : Types.References.PlacesOver(offset)) {
+            if (reference.place > last_)
+                Types.References.NotePlace(reference.type_index, reference.place);
+            else if (reference.place != last_)
+                kept_.push_back(reference);
+        }
+    }
+
+    Place last_ = {UINT32_MAX,
+                   UINT32_MAX};  // visited last; a place that is noted twice counts once
+    std::vector<Reference> kept_;
     // Places that come up during this walk only, the first on top.
     std::priority_queue<Place, std::vector<Place>, std::greater<>> shared_;
-    size_t overlong_ = 0;
 };
 
 }  // namespace
+
+uint32_t TakeTypeNumber(uint32_t key) {
+    TMAP& map = Types.Map;
+    const uint32_t fst_ti = map.Add(key);
+    if (!map.IsPending(key)) return fst_ti;
+    Types.References.Activate(key | TYPE_MARKER_BIT);
+    if (map.unresolved != 0) {
+        Trace("Run UpdateTypes for fst_ti=%u as tk_ti=%u\n", fst_ti - map.base, key);
+        UpdateTypes();
+    }
+    return fst_ti;
+}
 
 void UpdateTypes() {
     TMAP& map = Types.Map;
     Trace("Updating types, unresolved count=%d\n", static_cast<int32_t>(map.unresolved));
     map.updating = true;
+    if (Report.DebugMode != 0) Types.References.ActivatePending(map.pending);
+    Types.References.NoteGrowth();
     ReferenceWalk().Run();
     map.updating = false;
     Trace("End of Updating types, unresolved count=%d\n", static_cast<int32_t>(map.unresolved));
+}
+
+void NoteWrite(uint32_t offset) {
+    for (const Reference& reference : Types.References.PlacesOver(offset))
+        Types.References.NotePlace(reference.type_index, reference.place);
 }
 
 }  // namespace scan695

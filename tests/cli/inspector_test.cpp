@@ -135,7 +135,7 @@ const struct {
      }},
     {"typedef of a record that is not there",
      [](FstParts& p) {
-         p.types[6].type_tag = 0;
+         p.types[6].type_tag = TAG_NONE;
          p.types[6].u = {};
      }},
     {"no ranges", [](FstParts& p) { p.ranges.clear(); }},
@@ -199,12 +199,12 @@ const struct {
     {"symbol 2: size is 4", [](FstParts& p) { p.symbols[2].size = 4; }},
     {"symbol 2: in the wrong part", [](FstParts& p) { p.symbols[2].block = 1; }},
     {"symbol 6: reserved bytes", [](FstParts& p) { p.symbols[6].reserved = 1; }},
-    {"type 0: unknown tag", [](FstParts& p) { p.types[0].type_tag = 0x2A; }},
+    {"type 0: unknown tag", [](FstParts& p) { p.types[0].type_tag = TypeTag{0x2A}; }},
     {"type 1: unknown bits", [](FstParts& p) { p.types[1].u.function.spec = 1; }},
     {"type 1: list of 16 bytes", [](FstParts& p) { p.types[1].u.function.params_offset = 0; }},
     {"type 1: parameter with a name",
      [](FstParts& p) { p.types[1].u.function.params_offset = 0x9C; }},
-    {"type 6: no tag, but contents", [](FstParts& p) { p.types[6].type_tag = 0; }},
+    {"type 6: no tag, but contents", [](FstParts& p) { p.types[6].type_tag = TAG_NONE; }},
     {"type 2: pointer neither", [](FstParts& p) { p.types[2].u.pointer.spec = 2; }},
     {"type 4: enumeration in no", [](FstParts& p) { p.types[4].u.enumeration.type_index = 5; }},
     {"type 4: list of 32 bytes", [](FstParts& p) { p.types[4].u.enumeration.field_offs = 0x8000; }},

@@ -15,7 +15,7 @@ using PostProcessTest = StoreTest;
 TEST_F(PostProcessTest, SizesOfSymbols) {
     SetBasicTypeSize(6, 2);
     BasicTypes.PointerSize = 3;
-    const auto add_type = [](uint32_t number, uint8_t tag, const TYPEINFO::Variant& fields) {
+    const auto add_type = [](uint32_t number, TypeTag tag, const TYPEINFO::Variant& fields) {
         Add(Store.TypeTable, header.nof_types, TYPEINFO{number, tag, {}, fields});
     };
     add_type(100, TAG_POINTER, {.pointer = {6, 3, 4, 0, {}}});

@@ -19,14 +19,14 @@ class TypeTables : public testing::Test {
   protected:
     TypeTables() {
         Store = StoreState();
-        Types = TypeState();
+        StartTypes();
         BasicTypes = BasicTypeState();
         ReserveFstHeader();
     }
 };
 
 TEST_F(TypeTables, SizesBehindAttributes) {
-    const auto append = [](uint8_t tag, uint32_t number, const TYPEINFO::Variant& u) {
+    const auto append = [](TypeTag tag, uint32_t number, const TYPEINFO::Variant& u) {
         TYPEINFO record = {0, tag, {}, u};
         AppendType(record, number);
     };
@@ -35,7 +35,7 @@ TEST_F(TypeTables, SizesBehindAttributes) {
     append(TAG_ATTRIBUTE, 102, {.pointer = {103, 1, 0, 0, {}}});  // 102 and 103 are a circle
     append(TAG_ATTRIBUTE, 103, {.pointer = {102, 1, 0, 0, {}}});
     append(TAG_ATTRIBUTE, 104, {.pointer = {0x800200, 1, 0, 0, {}}});
-    append(0, 105, {});
+    append(TAG_NONE, 105, {});
     for (uint32_t i = 106; i < 146; ++i)  // a long chain that ends in the array
         append(TAG_ATTRIBUTE, i, {.pointer = {i == 106 ? 100 : i - 1, 1, 0, 0, {}}});
     constexpr uint32_t SIZES[][2] = {

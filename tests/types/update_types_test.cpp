@@ -139,7 +139,7 @@ class BothWalks {
   public:
     BothWalks(uint32_t seed, bool debug) : random_(seed), debug_(debug) {
         Store = StoreState();
-        Types = TypeState();
+        StartTypes();
         ReserveFstHeader();
         Input.Processor = FindProcessor(seed % 2 == 0 ? "80166" : "tri");
         Input.InputCursor = 1;
@@ -169,7 +169,7 @@ class BothWalks {
     uint32_t RandomTk() { return 0x100 + Random(12) + (Random(8) == 0 ? TYPE_MARKER_BIT : 0); }
 
     void BeginBlock() {
-        Types.Map.BeginBlock();
+        BeginTypeBlock();
         plain_.BeginBlock();
     }
 
@@ -192,7 +192,7 @@ class BothWalks {
     // Both walks begin at the same tables and come to the same.
     template <class Indexed, class Plain>
     void Walk(const Indexed& indexed, const Plain& plain) {
-        Types.BitfieldsPending = 0;
+        Types.BitfieldsPending = false;
         plain_.pending_struct = 0;
         plain_.table = WholeOf<TYPEINFO>(Store.TypeTable);
         plain_.image = WholeOf<uint8_t>(Store.FstImage);
@@ -203,13 +203,13 @@ class BothWalks {
         ASSERT_TRUE(size == 0 || std::memcmp(table.data(), plain_.table.data(), size) == 0);
         ASSERT_EQ(WholeOf<uint8_t>(Store.FstImage), plain_.image);
         ASSERT_EQ(Types.Map.unresolved, plain_.unresolved);
-        ASSERT_EQ(Types.BitfieldsPending != 0 ? Types.BitfieldsStruct : 0, plain_.pending_struct);
+        ASSERT_EQ(Types.BitfieldsPending ? Types.BitfieldsStruct : 0, plain_.pending_struct);
     }
 
     void Append(TYPEINFO record) {
         const uint32_t key = Random(3) == 0 ? 0 : RandomTk();
         uint32_t number = 0;
-        Walk([&] { number = Types.Map.Add(key); }, [&] { ASSERT_EQ(number, plain_.Add(key)); });
+        Walk([&] { number = TakeTypeNumber(key); }, [&] { ASSERT_EQ(number, plain_.Add(key)); });
         AppendType(record, number);
         if (plain_.pending_struct != 0 && Random(2) != 0) PlaceBitfields();
     }
@@ -221,9 +221,7 @@ class BothWalks {
         FieldList list;
         for (uint32_t i = 0; i < count; ++i)
             list.Add({Random(64), Random(4), i < 8 ? RandomType() : 0, 0});
-        const uint32_t offset = list.Store();
-        if (count > list.StoredCount()) Types.References.NoteOverlongList(offset);
-        return offset;
+        return list.Store();
     }
 
     void AppendStruct(uint32_t count) {
@@ -235,7 +233,7 @@ class BothWalks {
     }
 
     void AppendRecord() {
-        constexpr uint8_t TAGS[] = {TAG_POINTER,  TAG_ARRAY,    TAG_ATTRIBUTE,
+        constexpr TypeTag TAGS[] = {TAG_POINTER,  TAG_ARRAY,    TAG_ATTRIBUTE,
                                     TAG_BITFIELD, TAG_FUNCTION, TAG_ENUMERATION};
         TYPEINFO record = {};
         record.type_tag = TAGS[Random(6)];

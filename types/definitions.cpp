@@ -1,7 +1,6 @@
-#include "types/definition.h"
+#include "types/definitions.h"
 
 #include "report/report.h"
-#include "types/definitions.h"
 
 namespace scan695 {
 
@@ -23,7 +22,7 @@ constexpr DefinitionReader DEFINITION_READERS[] = {
 // NOLINTNEXTLINE(readability-non-const-parameter): storing the name may cut it
 uint32_t ScanType(uint32_t tk_idx, int32_t level, char* name) {
     const NestingGuard guard(Types.nesting);
-    Types.BitfieldsPending = 0;
+    Types.BitfieldsPending = false;
     const uint32_t letter = NumberOrStop("Cannot scan type index at %X\n");
     Trace("ScanType(tk_idx=%u, level=%d) type_idx=%#x (%c)\n", tk_idx, level, letter,
           letter >= 0x20 && letter <= 0x7E ? static_cast<int>(letter) : '.');
