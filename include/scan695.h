@@ -8,6 +8,9 @@
  *
  * Not re-entrant: one conversion at a time in a process, in the thread of the caller. Conversions
  * may follow one another; each starts fresh.
+ *
+ * Stack: types that nest as deep as is allowed, 1,000 times, need up to 224 KB in an optimised
+ * build; a thread with 256 KB is enough.
  */
 #ifndef SCAN695_H
 #define SCAN695_H
