@@ -1,7 +1,7 @@
 // The two functions that the library exports.
 #include <cstdio>
 #include <cstring>
-#include <new>
+#include <exception>
 #include <string_view>
 
 #include "driver/run.h"
@@ -26,7 +26,7 @@ bool IsForThisScanner(const unsigned char (&head)[7]) {
 }  // namespace
 
 uint32_t Check(uint32_t, const char* path) {
-    std::FILE* file = std::fopen(path, "rb");
+    std::FILE* file = path != nullptr ? std::fopen(path, "rb") : nullptr;
     if (file == nullptr) return 0;
     unsigned char head[7] = {};
     const bool whole = std::fread(head, 1, sizeof head, file) == sizeof head;
@@ -38,7 +38,7 @@ const char* Convert(uint32_t, const char* input_path, const char* stf_path, uint
     try {
         scan695::StartRun(debug, stf_path);
         return scan695::RunConversion(input_path) > 0 ? "IEEE695 conversion error" : nullptr;
-    } catch (const std::bad_alloc&) {
+    } catch (const std::exception&) {  // no memory, or a length that no container takes
         scan695::ReportAndStop(scan695::ERROR_NO_MEMORY);
     }
 }

@@ -9,8 +9,6 @@
 #include "base/text_case.h"
 #include "driver/paths.h"
 #include "fst/fst_file.h"
-#include "fst/post_process.h"
-#include "fst/working_arrays.h"
 #include "input/input_state.h"
 #include "platform/files.h"
 #include "reader/module_header.h"
@@ -19,7 +17,6 @@
 #include "stf/code_records.h"
 #include "stf/stf_stream.h"
 #include "stf/type_words.h"
-#include "store/basic_types.h"
 #include "store/chunk_file.h"
 #include "store/tables.h"
 #include "types/type_state.h"
@@ -27,6 +24,9 @@
 namespace scan695 {
 
 namespace {
+
+constexpr uint32_t CONVERTER_VERSION =
+    144;  // in hundredths, as the banner and the STF file tell it
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -71,28 +71,24 @@ void outClose() {
 
 void StartRun(uint32_t debug_mode, const char* stf_path) {
     FreeInput();
-    FreePostProcessWork();
-    AbortRequested = 0;
-    Report = ReportState();
-    Store = StoreState();
+    StartReport(debug_mode);
+    StartFst();
+    StartStore();
     StartInput();
-    BasicTypes = BasicTypeState();
     StartTypes();
     StartScopes();
-    FstFile = FstFileState();
-    StartStf(stf_path);
-    Report.DebugMode = debug_mode;
-    Report.RemoveFstHook = RemoveFstFile;
-    Report.FreeWorkHook = FreePostProcessWork;
+    StartStf(stf_path != nullptr ? stf_path : "");
 }
 
 int32_t RunConversion(const char* input_path) {
+    if (input_path == nullptr) ReportAndStop(ERROR_OPEN_INPUT);
     Input.InputPath = UpperCasePath(input_path);
     std::signal(SIGINT, OnInterrupt);
     SetFstPath(input_path, MakeFstPath(Input.InputPath));
     ReserveFstHeader();
     LoadInput(input_path);
-    outOpen(ConverterVersion);
+    if (IsSameFile(input_path, Stf.FileName)) ReportAndStop(ERROR_OPEN_OUTPUT);
+    outOpen(CONVERTER_VERSION);
     ScanModule();
     outClose();
     FreeInput();

@@ -5,9 +5,8 @@
 
 namespace scan695 {
 
-inline constexpr uint32_t ConverterVersion = 144;  // in hundredths
-
-// Starts fresh: drops all that an earlier run has left, an interrupt included.
+// Starts fresh: drops all that an earlier run has left, an interrupt included. A path may be null,
+// here and below, and is then one that cannot be opened.
 void StartRun(uint32_t debug_mode, const char* stf_path);
 
 // Converts the file; the result is 0. Failures end the process.

@@ -1,7 +1,6 @@
 #include "fst/build_range_table.h"
 
-#include "fst/add_range.h"
-#include "fst/image_cache.h"
+#include "fst/image_access.h"
 #include "fst/working_arrays.h"
 #include "report/report.h"
 #include "store/tables.h"
@@ -19,14 +18,13 @@ struct PointSources {
 };
 
 bool HasCodeWithoutModule() {
-    ChunkFile& table = Store.CodeTable;
-    if (table.Seek(0, ChunkFile::FROM_START) == 0) ReportAndStop(ERROR_READ_TEMPORARY);
     bool found = false;
+    uint32_t offset = 0;
     for (uint32_t i = 0; i < Store.Header.nof_code; ++i) {
         CODEINFO head = {};
-        if (table.Read(&head, sizeof head) == 0 ||
-            table.Seek(head.length, ChunkFile::FROM_CURRENT) == 0)
+        if (!Store.CodeTable.ReadAt(offset, &head, sizeof head))
             ReportAndStop(ERROR_READ_TEMPORARY);
+        offset += uint32_t{sizeof head} + head.length;
         if (head.mem_type != MEM_CODE || head.module != -1) continue;
         Trace("Code without module: addr=%x, lng=%u\n", head.address, head.length);
         found = true;
@@ -36,23 +34,10 @@ bool HasCodeWithoutModule() {
 
 void AddBlocks() {
     for (uint32_t i = 0; i < Store.Header.nof_blocks; ++i) {
-        BLOCKINFO block;
-        GetBlockRecord(i, &block);
-        AddRange(block.address, block.size, block.module);
+        const BLOCKINFO block = GetBlockRecord(i);
+        Work.Ranges.AddRange(block.address, block.size, block.module);
         Trace("use block_%d: mod_idx=%d, addr=%#x, length=%#x\n", static_cast<int32_t>(i),
               block.module, block.address, block.size);
-    }
-}
-
-// Calls `add` for `count` records of a section of the image, from record `first` on.
-template <class Record, class Action>
-void ForEachRecord(uint32_t section, uint32_t first, uint32_t count, Action add) {
-    if (count == 0) return;
-    SeekImage(section + uint64_t{first} * sizeof(Record));
-    for (uint32_t i = 0; i < count; ++i) {
-        Record record;
-        ReadFromImage(&record, sizeof record);
-        add(record);
     }
 }
 
@@ -61,15 +46,16 @@ void AddLines(PointSources& sources) {
         const MODULEINFO& module = Work.ModuleWork[i];
         if (module.nof_lines == 0) continue;
         sources.lines_used = true;
-        ForEachRecord<LINEINFO>(
-            Store.Header.lines_offs, module.first_line, module.nof_lines,
-            [i](const LINEINFO& line) { AddRange(line.address, 1, static_cast<int32_t>(i)); });
+        ForEachRecord<LINEINFO>(Store.Header.lines_offs, module.first_line, module.nof_lines,
+                                [i](const LINEINFO& line) {
+                                    Work.Ranges.AddRange(line.address, 1, static_cast<int32_t>(i));
+                                });
     }
 }
 
 void AddCodeSymbol(const SYMINFO& symbol, int32_t module, PointSources& sources) {
     if (symbol.mem_type != MEM_CODE) return;
-    AddRange(symbol.value, 1, module);
+    Work.Ranges.AddRange(symbol.value, 1, module);
     sources.symbols_used = true;
 }
 
@@ -90,7 +76,7 @@ void AddCodeSymbols(PointSources& sources) {
 // Drops the points that fused with nothing, and closes small gaps: up to the entry that stood
 // behind, even where that one goes in its turn.
 void DropPointsAndCloseGaps(bool drop_points) {
-    RangeTable& table = Work.Ranges;
+    RangeTable& table = Work.Ranges.Table();
     int32_t kept = 0;
     for (int32_t i = 0; i < table.Count(); ++i) {
         RANGEINFO entry = table[i];
@@ -102,15 +88,15 @@ void DropPointsAndCloseGaps(bool drop_points) {
         table[kept++] = entry;
     }
     table.Remove(kept, table.Count() - 1);
-    MergeNeighbours(0, table.Count() - 1);
+    Work.Ranges.MergeNeighbours(0, table.Count() - 1);
 }
 
 void WriteRanges() {
-    RangeTable& table = Work.Ranges;
-    Store.Header.ranges_offs = SeekImageEnd();
+    RangeTable& table = Work.Ranges.Table();
+    Store.Header.ranges_offs = ImageEnd();
     Store.Header.nof_ranges = static_cast<uint32_t>(table.Count());
     for (int32_t i = 0; i < table.Count(); ++i) WriteToImage(&table[i], sizeof(RANGEINFO));
-    table.Free();
+    Work.Ranges = {};
 }
 
 }  // namespace
@@ -118,7 +104,6 @@ void WriteRanges() {
 void BuildRangeTable() {
     if (Store.Header.nof_modules == 0) return;
     Trace("Creating module range table\n");
-    if (!Work.Ranges.Allocate()) ReportAndStop(ERROR_NO_MEMORY);
     PointSources sources;
     if (HasCodeWithoutModule()) {
         Trace("Using blocks to build range table\n");

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "report/report.h"
+#include "store/tables.h"
 
 namespace scan695 {
 
@@ -13,44 +14,33 @@ bool CodeMerger::Joins(const CODEINFO& piece) const {
            current_.address >> 16 == piece.address >> 16 && current_.mem_type == piece.mem_type;
 }
 
-void CodeMerger::WriteHead() {
-    if (output_.Write(&current_, sizeof current_) == 0) ReportAndStop(ERROR_NO_MEMORY);
-}
-
 // Keeps a place for the head, whose length is not final yet.
 void CodeMerger::Open(const CODEINFO& piece) {
     current_ = piece;
-    head_position_ = output_.Position();
-    WriteHead();
+    head_ = output_.Size();
+    AppendRecord(output_, current_);
     ++count_;
 }
 
 void CodeMerger::CompleteHead() {
     if (current_.mem_type == NO_BLOCK) return;
-    if (output_.Seek(head_position_, ChunkFile::FROM_START) == 0) ReportAndStop(ERROR_NO_MEMORY);
-    WriteHead();
-    if (output_.Seek(0, ChunkFile::FROM_END) == 0) ReportAndStop(ERROR_NO_MEMORY);
+    if (!output_.WriteAt(head_, &current_, sizeof current_)) ReportAndStop(ERROR_NO_MEMORY);
 }
 
-void CodeMerger::CopyBytes(ChunkFile& input, uint32_t length) {
-    uint8_t buffer[1024] = {};
-    while (length > 0) {
-        const uint32_t piece = std::min<uint32_t>(length, sizeof buffer);
-        if (input.Read(buffer, static_cast<int32_t>(piece)) == 0)
-            ReportAndStop(ERROR_READ_TEMPORARY);
-        if (output_.Write(buffer, static_cast<int32_t>(piece)) == 0) ReportAndStop(ERROR_NO_MEMORY);
-        length -= piece;
-    }
-}
-
-void CodeMerger::Add(const CODEINFO& piece, ChunkFile& input) {
+void CodeMerger::Add(const CODEINFO& piece, const ChunkFile& input, uint32_t offset) {
     if (Joins(piece)) {
         current_.length += piece.length;
     } else {
         CompleteHead();
         Open(piece);
     }
-    CopyBytes(input, piece.length);
+    uint8_t buffer[1024];
+    for (uint32_t rest = piece.length; rest > 0;) {
+        const uint32_t part = std::min<uint32_t>(rest, sizeof buffer);
+        AppendRecordBytes(output_, input.View(offset, part, buffer), part);
+        offset += part;
+        rest -= part;
+    }
 }
 
 uint32_t CodeMerger::Finish() {

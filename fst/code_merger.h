@@ -11,12 +11,11 @@ namespace scan695 {
 
 class CodeMerger {
   public:
-    // Blocks are appended at the position of the output.
+    // Blocks are appended to the output.
     explicit CodeMerger(ChunkFile& output) : output_(output) { current_.mem_type = NO_BLOCK; }
 
-    // Takes a piece whose bytes stand at the position of `input`, which is left behind them. A
-    // failure ends the run.
-    void Add(const CODEINFO& piece, ChunkFile& input);
+    // Takes a piece whose bytes stand at an offset of `input`. A failure ends the run.
+    void Add(const CODEINFO& piece, const ChunkFile& input, uint32_t offset);
     // Completes the last block and gives the number of blocks.
     uint32_t Finish();
 
@@ -26,12 +25,10 @@ class CodeMerger {
     bool Joins(const CODEINFO& piece) const;
     void Open(const CODEINFO& piece);
     void CompleteHead();
-    void WriteHead();
-    void CopyBytes(ChunkFile& input, uint32_t length);
 
     ChunkFile& output_;
     CODEINFO current_ = {};
-    int32_t head_position_ = 0;
+    uint32_t head_ = 0;  // where the head of the current block stands
     uint32_t count_ = 0;
 };
 

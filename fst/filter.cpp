@@ -1,77 +1,66 @@
 #include "fst/filter.h"
 
-#include <bit>
 #include <cstring>
+#include <exception>
+#include <string_view>
 
-#include "fst/working_arrays.h"
+#include "base/hash_table.h"
+#include "fst/image_access.h"
 #include "report/report.h"
-#include "store/tables.h"
 
 namespace scan695 {
 
 namespace {
 
-// What two repeats have in common.
+// What two repeats have in common, without a gap: bytes that are the same or not.
 struct SymbolKey {
     uint32_t value;
     uint32_t type_index;
-    int8_t mem_type;
-    char name[NAME_SIZE];  // zeros behind the text
+    int32_t mem_type;
+    char name[MAX_NAME_LENGTH + 1];  // zeros behind the text
 
-    friend bool operator==(const SymbolKey&, const SymbolKey&) = default;
+    std::string_view Bytes() const { return {reinterpret_cast<const char*>(this), sizeof *this}; }
 };
+static_assert(sizeof(SymbolKey) == 44);
 
 SymbolKey ReadKey(const SYMINFO& symbol) {
     SymbolKey key = {symbol.value, symbol.type_index, symbol.mem_type, {}};
-    ChunkFile& image = Store.FstImage;
-    image.Seek(symbol.name_offs, ChunkFile::FROM_START);
-    image.Read(key.name, NAME_SIZE);
-    const size_t length = strnlen(key.name, NAME_SIZE);
-    std::memset(key.name + length, 0, NAME_SIZE - length);
+    Store.FstImage.ReadAt(symbol.name_offs, key.name, sizeof key.name);
+    const size_t length = strnlen(key.name, sizeof key.name);
+    std::memset(key.name + length, 0, sizeof key.name - length);
     return key;
 }
 
-uint32_t HashKey(const SymbolKey& key) {
-    uint64_t hash = key.value * 0x9E3779B97F4A7C15 + key.type_index;
-    hash = std::rotl(hash, 29) * 0xBF58476D1CE4E5B9 + static_cast<uint8_t>(key.mem_type);
-    for (uint32_t i = 0; i < NAME_SIZE; i += sizeof(uint64_t)) {
-        uint64_t word;
-        std::memcpy(&word, key.name + i, sizeof word);
-        hash = (std::rotl(hash, 29) ^ word) * 0x9E3779B97F4A7C15;
-    }
-    return static_cast<uint32_t>(hash >> 32);
-}
-
-// The kept records by their key: slots with the hash above and the record number + 1 below, 0 for
-// an empty one; the next slots are tried where one is taken.
+// The records of the GlobalSymbolTable that stay, by their key. Without memory for the index each
+// record is compared with all of them.
 class KeptSymbols {
   public:
-    explicit KeptSymbols(uint32_t count) : mask_(std::bit_ceil(count + count / 2) - 1) {
-        Work.FilterWork.reset(
-            static_cast<uint64_t*>(AllocateEntries(nullptr, mask_ + 1, sizeof(uint64_t))));
-        slots_ = Work.FilterWork.get();
+    explicit KeptSymbols(uint32_t count) {
+        try {
+            numbers_.Reserve(count);
+            indexed_ = true;
+        } catch (const std::exception&) {
+        }
     }
-    ~KeptSymbols() { Work.FilterWork.reset(); }
 
     // False when a kept record is a repeat; otherwise `number` is kept too.
     bool Keep(const SymbolKey& key, uint32_t number) {
-        const uint32_t hash = HashKey(key);
-        uint32_t slot = hash & mask_;
-        for (; slots_[slot] != 0; slot = (slot + 1) & mask_)
-            if (slots_[slot] >> 32 == hash && KeyOf(slots_[slot]) == key) return false;
-        slots_[slot] = uint64_t{hash} << 32 | (number + 1);
+        const auto is_repeat = [&key](uint32_t kept) { return KeyOf(kept).Bytes() == key.Bytes(); };
+        if (indexed_) return numbers_.AddNew(HashBytes(key.Bytes()), number, is_repeat);
+        for (uint32_t kept = 0; kept < number; ++kept)
+            if (is_repeat(kept)) return false;
         return true;
     }
 
   private:
-    static SymbolKey KeyOf(uint64_t slot) {
+    static SymbolKey KeyOf(uint32_t number) {
         SYMINFO symbol = {};
-        ReadRecord(Store.GlobalSymbolTable, static_cast<uint32_t>(slot) - 1, symbol);
+        ReadRecord(Store.GlobalSymbolTable, number, symbol);
         return ReadKey(symbol);
     }
 
-    uint32_t mask_;
-    uint64_t* slots_ = nullptr;
+    HashTable<> numbers_;
+    bool indexed_ = false;
 };
 
 }  // namespace

@@ -6,7 +6,7 @@ namespace scan695 {
 
 // Repeats agree in value, type_index, mem_type and, byte for byte, in their name. The records that
 // stay move up in the GlobalSymbolTable and nof_global_symbols and nof_all_symbols fall; the table
-// keeps its size. No memory for the look-up ends the run.
+// keeps its size.
 void FilterGlobalSymbols();
 
 }  // namespace scan695

@@ -15,6 +15,9 @@ struct FstFileState {
 };
 extern FstFileState FstFile;
 
+// Starts a run: no paths, no working arrays, and both at the hands of reports to come.
+void StartFst();
+
 // Sets the paths: of the input as the host gave it, and of the FST file as messages show it. Does
 // not touch the disk.
 void SetFstPath(const std::string& host_path, const std::string& fst_path);

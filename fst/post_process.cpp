@@ -2,9 +2,7 @@
 
 #include "fst/build_range_table.h"
 #include "fst/filter.h"
-#include "fst/image_cache.h"
 #include "fst/sort_passes.h"
-#include "fst/working_arrays.h"
 #include "report/report.h"
 
 namespace scan695 {
@@ -16,8 +14,6 @@ void PostProcess() {
     FilterGlobalSymbols();
     PrintLine("Sorting...           \b\b\b\b\b\b\b\b\b\b");
     Trace("\n");
-    SeekImageEnd();
-    OpenImageCache();  // without it everything is slower, that is all
     SortTypes();
     PrepareModules();
     SortBlocks();
@@ -26,7 +22,6 @@ void PostProcess() {
     BuildRangeTable();
     SortModules();
     SortCode();
-    CloseImageCache();
     PrintLine("done.\n");
 }
 

@@ -11,11 +11,12 @@
 
 #include <algorithm>
 #include <bit>
+#include <memory>
+#include <new>
 #include <numeric>
 #include <utility>
 
 #include "fst/rank_tree.h"
-#include "fst/working_arrays.h"
 #include "report/report.h"
 
 namespace scan695 {
@@ -71,10 +72,9 @@ class RankedCells {
 };
 
 // Gives each of `count` entries its rank in the tree. False when there is no memory.
-bool RankEntries(const uint32_t* index, int32_t count, RankTree& ranks) {
-    const CompareFunction compare = Work.CompareCallback;
+bool RankEntries(const uint32_t* index, int32_t count, CompareFunction compare, RankTree& ranks) {
     const auto size = static_cast<size_t>(count);
-    const WorkArray<int32_t> places(static_cast<int32_t*>(std::malloc(size * sizeof(int32_t))));
+    const std::unique_ptr<int32_t[]> places(new (std::nothrow) int32_t[size]);
     if (places == nullptr || !ranks.Allocate(count)) return false;
     int32_t* const sorted = places.get();
     std::iota(sorted, sorted + count, 0);
@@ -93,10 +93,10 @@ bool RankEntries(const uint32_t* index, int32_t count, RankTree& ranks) {
 
 class IndexCells {
   public:
-    explicit IndexCells(int32_t count)
-        : index_(Work.SortIndex.get()),
-          compare_(Work.CompareCallback),
-          budget_(int64_t{3} * count * std::bit_width(static_cast<uint32_t>(count))) {}
+    IndexCells(std::span<uint32_t> index, CompareFunction compare)
+        : index_(index.data()),
+          compare_(compare),
+          budget_(int64_t{3} * static_cast<int64_t>(index.size()) * std::bit_width(index.size())) {}
 
     // Called for each partition: true when the part has been sorted by ranks.
     bool SortOtherwise(int32_t low, int32_t high) {
@@ -104,7 +104,7 @@ class IndexCells {
         budget_ -= count;
         if (budget_ >= 0 || count < SMALL_PART) return false;
         RankTree ranks;
-        if (!RankEntries(index_ + low, count, ranks)) return false;
+        if (!RankEntries(index_ + low, count, compare_, ranks)) return false;
         RankedCells cells(index_ + low, ranks);
         SortParts(cells, 0, count - 1);
         return true;
@@ -130,9 +130,9 @@ class IndexCells {
 
 }  // namespace
 
-void QuickSortIndex(int32_t low, int32_t high) {
-    IndexCells cells(high - low + 1);
-    SortParts(cells, low, high);
+void QuickSortIndex(std::span<uint32_t> index, CompareFunction compare) {
+    IndexCells cells(index, compare);
+    SortParts(cells, 0, static_cast<int32_t>(index.size()) - 1);
 }
 
 }  // namespace scan695

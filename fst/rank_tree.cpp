@@ -3,25 +3,21 @@
 #include <algorithm>
 #include <bit>
 #include <cstddef>
-#include <cstdlib>
+#include <new>
 #include <utility>
 
 namespace scan695 {
 
-RankTree::~RankTree() {
-    std::free(nodes_);
-}
-
 bool RankTree::Allocate(int32_t count) {
     leaves_ = static_cast<int32_t>(std::bit_ceil(static_cast<uint32_t>(count)));
-    nodes_ = static_cast<Node*>(std::malloc(2 * sizeof(Node) * static_cast<size_t>(leaves_)));
+    nodes_.reset(new (std::nothrow) Node[2 * static_cast<size_t>(leaves_)]);
     if (nodes_ == nullptr) return false;
-    std::fill_n(nodes_ + leaves_ + count, leaves_ - count, Node{UINT32_MAX, 0});
+    std::fill_n(nodes_.get() + leaves_ + count, leaves_ - count, Node{UINT32_MAX, 0});
     return true;
 }
 
 RankTree::Node RankTree::Joined(int32_t parent) const {
-    const Node* children = nodes_ + std::ptrdiff_t{2} * parent;
+    const Node* children = &nodes_[std::ptrdiff_t{2} * parent];
     const Node& left = children[0];
     const Node& right = children[1];
     return {std::min(left.lowest, right.lowest), std::max(left.highest, right.highest)};

@@ -3,18 +3,14 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 namespace scan695 {
 
 class RankTree {
   public:
-    RankTree() = default;
-    ~RankTree();
-    RankTree(const RankTree&) = delete;
-    RankTree& operator=(const RankTree&) = delete;
-
     // Room for `count` entries; false when there is no memory.
-    bool Allocate(int32_t count);
+    [[nodiscard]] bool Allocate(int32_t count);
     // Give every place its rank, then build the tree once.
     void SetRank(int32_t place, uint32_t rank) { At(place) = {rank, rank}; }
     void Build();
@@ -36,8 +32,8 @@ class RankTree {
     Node Joined(int32_t parent) const;
     void UpdateAbove(int32_t place);
 
-    Node* nodes_ = nullptr;  // node 1 is the root, 2n and 2n + 1 are the children of n
-    int32_t leaves_ = 0;     // a power of 2; the leaves are the nodes from there on
+    std::unique_ptr<Node[]> nodes_;  // node 1 is the root, 2n and 2n + 1 are the children of n
+    int32_t leaves_ = 0;             // a power of 2; the leaves are the nodes from there on
 };
 
 }  // namespace scan695

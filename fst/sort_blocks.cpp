@@ -1,4 +1,5 @@
 #include "fst/compare_callbacks.h"
+#include "fst/image_access.h"
 #include "fst/sort_passes.h"
 #include "fst/working_arrays.h"
 #include "report/report.h"
@@ -41,19 +42,18 @@ void SortBlocks() {
     header.max_block_symbols = 0;
     for (uint32_t i = 0; i < count; ++i) CompleteBlock(i);
     // A block without extent belongs nowhere and sorts behind all others.
-    for (uint32_t i = 0; i < count; ++i) {
-        BLOCKINFO& block = Work.BlockWork[i].record;
-        if (block.size != 0) continue;
-        block.address = 0xFFFFFFFF;
-        block.parent = -1;
+    for (BlockEntry& entry : Work.BlockWork) {
+        if (entry.record.size != 0) continue;
+        entry.record.address = 0xFFFFFFFF;
+        entry.record.parent = -1;
     }
 
-    header.blocks_offs = SeekImageEnd();
-    WriteTable(Work.BlockWork.get(), sizeof(BlockEntry), sizeof(BLOCKINFO), count);
-    SortRecords(CompareBlocks, count);
-    header.block_addr_index_offs = SeekImageEnd();
-    WriteIndex(0, count);
-    Work.BlockWork.reset();
+    header.blocks_offs = ImageEnd();
+    WriteTable(Work.BlockWork.data(), sizeof(BlockEntry), sizeof(BLOCKINFO), count);
+    SortRecords(CompareBlocks, 0, count);
+    header.block_addr_index_offs = ImageEnd();
+    WriteIndex(0);
+    FreeEntries(Work.BlockWork);
 }
 
 }  // namespace scan695

@@ -1,5 +1,6 @@
 #include "fst/code_merger.h"
 #include "fst/compare_callbacks.h"
+#include "fst/image_access.h"
 #include "fst/sort_passes.h"
 #include "fst/working_arrays.h"
 #include "report/report.h"
@@ -9,40 +10,35 @@ namespace scan695 {
 
 namespace {
 
-void SeekCode(ChunkFile& file, int64_t offset, ChunkFile::Origin origin) {
-    if (file.Seek(offset, origin) == 0) ReportAndStop(ERROR_READ_TEMPORARY);
-}
-
-CODEINFO ReadHead(ChunkFile& file) {
+CODEINFO ReadHead(const ChunkFile& file, uint32_t offset) {
     CODEINFO head = {};
-    if (file.Read(&head, sizeof head) == 0) ReportAndStop(ERROR_READ_TEMPORARY);
+    if (!file.ReadAt(offset, &head, sizeof head)) ReportAndStop(ERROR_READ_TEMPORARY);
     return head;
 }
 
 // First pass: joins the chunks in which the reader of the data part delivers its records.
 void MergeInInputOrder() {
-    SeekCode(Store.CodeTable, 0, ChunkFile::FROM_START);
     CodeMerger merger(Store.MergedCodeFile);
+    uint32_t offset = 0;
     for (uint32_t i = 0; i < Store.Header.nof_code; ++i) {
         ProgressTick();
-        const CODEINFO head = ReadHead(Store.CodeTable);
-        merger.Add(head, Store.CodeTable);
+        const CODEINFO head = ReadHead(Store.CodeTable, offset);
+        offset += sizeof head;
+        merger.Add(head, Store.CodeTable, offset);
+        offset += head.length;
+        Store.CodeTable.FreeInFrontOf(offset);
     }
     Store.Header.nof_code = merger.Finish();
     Store.CodeTable.Free();
 }
 
 void LoadCodeWork() {
-    const uint32_t count = Store.Header.nof_code;
-    Work.CodeWork.reset(
-        static_cast<CodeEntry*>(AllocateEntries(nullptr, count, sizeof(CodeEntry))));
-    ChunkFile& merged = Store.MergedCodeFile;
-    SeekCode(merged, 0, ChunkFile::FROM_START);
-    for (uint32_t i = 0; i < count; ++i) {
-        CodeEntry& entry = Work.CodeWork[i];
-        entry.record = ReadHead(merged);
-        entry.body = merged.Position();
-        SeekCode(merged, entry.record.length, ChunkFile::FROM_CURRENT);
+    AllocateEntries(Work.CodeWork, nullptr, Store.Header.nof_code);
+    uint32_t offset = 0;
+    for (MergedBlock& block : Work.CodeWork) {
+        block.record = ReadHead(Store.MergedCodeFile, offset);
+        block.body = offset + uint32_t{sizeof(CODEINFO)};
+        offset = block.body + block.record.length;
     }
 }
 
@@ -63,16 +59,14 @@ bool TellOverlaps() {
 // Second pass: joins what the input held apart and the sort brought together. Code that overlaps
 // stays in the order of the input, since the later bytes count.
 void MergeIntoImage(bool in_input_order) {
-    Store.Header.code_offs = SeekImageEnd();
+    Store.Header.code_offs = ImageEnd();
     CodeMerger merger(Store.FstImage);
     for (uint32_t i = 0; i < Store.Header.nof_code; ++i) {
         ProgressTick();
-        const CodeEntry& entry = Work.CodeWork[in_input_order ? i : Work.SortIndex[i]];
-        SeekCode(Store.MergedCodeFile, entry.body, ChunkFile::FROM_START);
-        merger.Add(entry.record, Store.MergedCodeFile);
+        const MergedBlock& block = Work.CodeWork[in_input_order ? i : Work.SortIndex[i]];
+        merger.Add(block.record, Store.MergedCodeFile, block.body);
     }
     Store.Header.nof_code = merger.Finish();
-    SeekImageEnd();
 }
 
 }  // namespace
@@ -85,10 +79,11 @@ void SortCode() {
     Trace("Sorting code\n");
     MergeInInputOrder();
     LoadCodeWork();
-    SortRecords(CompareCode, Store.Header.nof_code);
+    SortRecords(CompareCode, 0, Store.Header.nof_code);
     MergeIntoImage(TellOverlaps());
-    Work.CodeWork.reset();
-    Work.SortIndex.reset();
+    Store.MergedCodeFile.Free();
+    FreeEntries(Work.CodeWork);
+    FreeEntries(Work.SortIndex);
 }
 
 }  // namespace scan695

@@ -1,4 +1,5 @@
 #include "fst/compare_callbacks.h"
+#include "fst/image_access.h"
 #include "fst/sort_passes.h"
 #include "fst/working_arrays.h"
 #include "report/report.h"
@@ -8,31 +9,15 @@ namespace scan695 {
 
 namespace {
 
-void WriteLines() {
-    if (Store.LineTable.Seek(0, ChunkFile::FROM_START) == 0) ReportAndStop(ERROR_READ_TEMPORARY);
-    for (uint32_t i = 0; i < Store.Header.nof_lines; ++i) {
-        ProgressTick();
-        LINEINFO line = {};
-        if (Store.LineTable.Read(&line, sizeof line) == 0) ReportAndStop(ERROR_READ_TEMPORARY);
-        WriteToImage(&line, sizeof line);
-    }
-}
-
-void WriteLineSlice(CompareFunction compare, uint32_t first, uint32_t count) {
-    init_table16(Store.LineTable, Work.LineWork, sizeof(LINEINFO), first, count);
-    SortRecords(compare, count);
-    WriteIndex(first, count);
-    Work.LineWork.reset();
-}
-
 // Gives the offset of the index. Lines in front of the first module are in no slice.
 uint32_t WriteModuleLineIndex(CompareFunction compare) {
-    const uint32_t offset = SeekImageEnd();
+    const uint32_t offset = ImageEnd();
     for (uint32_t i = 0; i < Store.Header.nof_modules; ++i) {
         const MODULEINFO& module = Work.ModuleWork[i];
         if (module.nof_lines == 0) continue;
         Trace("Sorting %d lines in module %d\n", module.nof_lines, static_cast<int32_t>(i));
-        WriteLineSlice(compare, module.first_line, module.nof_lines);
+        SortRecords(compare, module.first_line, module.nof_lines);
+        WriteIndex(0);
     }
     return offset;
 }
@@ -42,14 +27,17 @@ uint32_t WriteModuleLineIndex(CompareFunction compare) {
 void SortLines() {
     FstHeader& header = Store.Header;
     if (header.nof_lines == 0) return;
-    header.lines_offs = SeekImageEnd();
-    WriteLines();
+    init_table16(Store.LineTable, Work.LineWork, sizeof(LINEINFO), 0, header.nof_lines);
+    Store.LineTable.Free();
+    header.lines_offs = ImageEnd();
+    WriteTable(Work.LineWork.data(), sizeof(LINEINFO), sizeof(LINEINFO), header.nof_lines);
     header.line_addr_index_offs = WriteModuleLineIndex(CompareLineAddresses);
     header.line_number_index_offs = WriteModuleLineIndex(CompareLineNumbers);
     Trace("Sorting %d lines globally\n", static_cast<int32_t>(header.nof_lines));
-    header.global_line_index_offs = SeekImageEnd();
-    WriteLineSlice(CompareLineAddresses, 0, header.nof_lines);
-    Store.LineTable.Free();
+    header.global_line_index_offs = ImageEnd();
+    SortRecords(CompareLineAddresses, 0, header.nof_lines);
+    WriteIndex(0);
+    FreeEntries(Work.LineWork);
 }
 
 }  // namespace scan695

@@ -1,4 +1,5 @@
 #include "fst/compare_callbacks.h"
+#include "fst/image_access.h"
 #include "fst/sort_passes.h"
 #include "fst/working_arrays.h"
 #include "report/report.h"
@@ -31,14 +32,14 @@ void SortModules() {
     const uint32_t count = Store.Header.nof_modules;
     if (count == 0) return;
     Trace("Sorting %d modules\n", static_cast<int32_t>(count));
-    Store.Header.modules_offs = SeekImageEnd();
-    WriteTable(Work.ModuleWork.get(), sizeof(MODULEINFO), sizeof(MODULEINFO), count);
-    init_names(Work.ModuleWork.get(), sizeof(MODULEINFO), count);
-    SortRecords(CompareNames, count);
-    Store.Header.module_name_index_offs = SeekImageEnd();
-    WriteIndex(0, count);
-    Work.NameWork.reset();
-    Work.ModuleWork.reset();
+    Store.Header.modules_offs = ImageEnd();
+    WriteTable(Work.ModuleWork.data(), sizeof(MODULEINFO), sizeof(MODULEINFO), count);
+    init_names(Work.ModuleWork.data(), sizeof(MODULEINFO), count);
+    SortRecords(CompareNames, 0, count);
+    Store.Header.module_name_index_offs = ImageEnd();
+    WriteIndex(0);
+    FreeEntries(Work.NameWork);
+    FreeEntries(Work.ModuleWork);
 }
 
 }  // namespace scan695

@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "fst/compare_callbacks.h"
+#include "fst/image_access.h"
 #include "fst/sort_passes.h"
-#include "fst/symbol_size.h"
 #include "fst/working_arrays.h"
 #include "report/report.h"
 #include "store/tables.h"
@@ -18,22 +18,12 @@ void WriteScope(ChunkFile& table, uint32_t first, uint32_t count) {
     for (uint32_t done = 0; done < count; done += PIECE) {
         const uint32_t piece = std::min(PIECE, count - done);
         init_table32(table, Work.SymbolWork, sizeof(SYMINFO), first + done, piece);
-        for (uint32_t i = 0; i < piece; ++i) {
-            SYMINFO& symbol = Work.SymbolWork[i];
-            symbol.size = SymbolSize(&symbol.value, &symbol.type_index, &symbol.mem_type);
-        }
-        WriteTable(Work.SymbolWork.get(), sizeof(SYMINFO), sizeof(SYMINFO), piece);
-        Work.SymbolWork.reset();
+        for (SYMINFO& symbol : Work.SymbolWork)
+            symbol.size =
+                SymbolSize(Work.SymbolTypes, symbol.value, symbol.type_index, symbol.mem_type);
+        WriteTable(Work.SymbolWork.data(), sizeof(SYMINFO), sizeof(SYMINFO), piece);
+        FreeEntries(Work.SymbolWork);
     }
-}
-
-// The finished record of a block, back from the image.
-BLOCKINFO ReadBlock(uint32_t number) {
-    BLOCKINFO block;
-    SeekImage(Store.Header.blocks_offs + uint64_t{number} * sizeof block);
-    ReadFromImage(&block, sizeof block);
-    SeekImageEnd();
-    return block;
 }
 
 void WriteSymbols() {
@@ -51,30 +41,30 @@ void WriteSymbols() {
     Store.ModuleSymbolTable.Free();
 
     for (uint32_t i = 0; i < header.nof_blocks; ++i) {
-        const BLOCKINFO block = ReadBlock(i);
+        const BLOCKINFO block = GetBlockRecord(i);
         if (block.nof_symbols != 0)
             WriteScope(Store.BlockSymbolTable,
                        block.first_symbol - header.nof_module_symbols - header.nof_global_symbols,
                        block.nof_symbols);
     }
     Store.BlockSymbolTable.Free();
-    Work.FoundTypes.reset();
+    Work.SymbolTypes = {};
 }
 
 // Appends the slice of one scope to a symbol index. Record numbers are those of the whole table.
 void WriteSymbolSlice(CompareFunction compare, uint32_t first, uint32_t count) {
     init_symbols(first, count);
-    if (compare == CompareNames) init_names(Work.SymbolKeys.get(), sizeof(SymbolEntry), count);
-    SortRecords(compare, count);
-    WriteIndex(first, count);
-    Work.NameWork.reset();
-    Work.SymbolKeys.reset();
+    if (compare == CompareNames) init_names(Work.SymbolKeys.data(), sizeof(SymbolEntry), count);
+    SortRecords(compare, 0, count);
+    WriteIndex(first);
+    FreeEntries(Work.NameWork);
+    FreeEntries(Work.SymbolKeys);
 }
 
 // Gives the offset of the index.
 uint32_t WriteSymbolIndex(CompareFunction compare) {
     const FstHeader& header = Store.Header;
-    const uint32_t offset = SeekImageEnd();
+    const uint32_t offset = ImageEnd();
     if (header.nof_global_symbols != 0) {
         Trace("Sorting %d global symbols\n", static_cast<int32_t>(header.nof_global_symbols));
         WriteSymbolSlice(compare, 0, header.nof_global_symbols);
@@ -87,7 +77,7 @@ uint32_t WriteSymbolIndex(CompareFunction compare) {
         WriteSymbolSlice(compare, module.first_symbol, module.nof_symbols);
     }
     for (uint32_t i = 0; i < header.nof_blocks; ++i) {
-        const BLOCKINFO block = ReadBlock(i);
+        const BLOCKINFO block = GetBlockRecord(i);
         if (block.nof_symbols == 0) continue;
         Trace("Sorting %d symbols in block %d\n", block.nof_symbols, static_cast<int32_t>(i));
         WriteSymbolSlice(compare, block.first_symbol, block.nof_symbols);
@@ -99,7 +89,7 @@ uint32_t WriteSymbolIndex(CompareFunction compare) {
 
 void SortSymbols() {
     if (Store.Header.nof_all_symbols == 0) return;
-    Store.Header.symbols_offs = SeekImageEnd();
+    Store.Header.symbols_offs = ImageEnd();
     WriteSymbols();
     Store.Header.symbol_addr_index_offs = WriteSymbolIndex(CompareSymbolAddresses);
     Store.Header.symbol_name_index_offs = WriteSymbolIndex(CompareNames);

@@ -1,4 +1,5 @@
 #include "fst/compare_callbacks.h"
+#include "fst/image_access.h"
 #include "fst/sort_passes.h"
 #include "fst/working_arrays.h"
 #include "report/report.h"
@@ -13,12 +14,12 @@ void SortTypes() {
     init_table32(Store.TypeTable, Work.TypeWork, sizeof(TYPEINFO), 0, count);
     Store.TypeTable.Free();
 
-    Store.Header.types_offs = SeekImageEnd();
-    WriteTable(Work.TypeWork.get(), sizeof(TYPEINFO), sizeof(TYPEINFO), count);
-    SortRecords(CompareTypes, count);
-    Store.Header.type_index_offs = SeekImageEnd();
-    WriteIndex(0, count);
-    Work.TypeWork.reset();
+    Store.Header.types_offs = ImageEnd();
+    WriteTable(Work.TypeWork.data(), sizeof(TYPEINFO), sizeof(TYPEINFO), count);
+    SortRecords(CompareTypes, 0, count);
+    Store.Header.type_index_offs = ImageEnd();
+    WriteIndex(0);
+    FreeEntries(Work.TypeWork);
 }
 
 }  // namespace scan695

@@ -2,10 +2,8 @@
 
 #include <cstdlib>
 
-#include "fst/image_cache.h"
-#include "fst/working_arrays.h"
+#include "fst/image_access.h"
 #include "report/report.h"
-#include "store/basic_types.h"
 #include "store/tables.h"
 
 namespace scan695 {
@@ -24,85 +22,122 @@ enum Attribute : uint8_t {
 
 constexpr uint32_t FIRST_HIGH_BIT_ADDRESS = 0x80;
 
-uint32_t SizeOfBasicType(uint32_t* type_index) {
-    if (*type_index <= TYPE_BIT) return GetBasicTypeSize(*type_index);
-    if (*type_index == TYPE_POINTER) return BasicTypes.PointerSize;
-    if (*type_index == TYPE_LABEL) *type_index = TYPE_VOID;
-    return 0;
+TypeEnd EndAtBasicType(uint32_t type_index) {
+    if (type_index <= TYPE_BIT) return {type_index, GetBasicTypeSize(type_index)};
+    if (type_index == TYPE_POINTER) return {type_index, Store.PointerSize};
+    if (type_index == TYPE_LABEL) return {TYPE_VOID};
+    return {type_index};
 }
 
-// FindType with a memory: symbols ask for the same types again and again. It knows them by the 16
-// bits that FindType looks at, as record numbers + 1.
-TYPEINFO FindTypeRecord(uint32_t type_index) {
-    constexpr uint32_t NOF_NUMBERS = 0x10000;
-    if (Work.FoundTypes == nullptr)
-        Work.FoundTypes.reset(static_cast<uint32_t*>(std::calloc(NOF_NUMBERS, sizeof(uint32_t))));
-    const auto position = static_cast<uint32_t>(Store.FstImage.Position());
-    uint32_t* const known =
-        Work.FoundTypes != nullptr ? &Work.FoundTypes[type_index % NOF_NUMBERS] : nullptr;
-    TYPEINFO type;
-    if (known != nullptr && *known != 0) {
-        GetTypeRecord(*known - 1, &type);
-    } else {
-        const int32_t record = FindType(type_index, &type);
-        if (record < 0) ReportAndStop(ERROR_READ_TEMPORARY);
-        if (known != nullptr) *known = static_cast<uint32_t>(record) + 1;
+TypeEnd EndAtRecord(const TYPEINFO& type, uint32_t type_index) {
+    switch (type.type_tag) {
+        case TAG_POINTER:
+            return {type_index, type.u.pointer.ptr_size};
+        case TAG_ARRAY:
+            return {type_index, type.u.array.size};
+        case TAG_STRUCT:
+        case TAG_UNION:
+            return {type_index, type.u.structunion.size};
+        default:
+            return {type_index};
     }
-    SeekImage(position);
-    return type;
 }
 
-void ApplyAttribute(const TYPEINFO& type, uint32_t value, uint32_t* type_index, int8_t* mem_type) {
-    *type_index = type.u.pointer.type_index;
+// What an attribute does to a symbol by itself; the chain goes on at the type index.
+TypeEnd ThroughAttribute(const TYPEINFO& type) {
+    const auto set = [&type](int8_t mem_type) {
+        return TypeEnd{type.u.pointer.type_index, 0, mem_type, TypeEnd::SET};
+    };
     switch (type.u.pointer.spec & ATTRIBUTE_MASK) {
         case ATTRIBUTE_DATA:
-            *mem_type = MEM_DATA;
-            break;
+            return set(MEM_DATA);
         case ATTRIBUTE_MEMORY_3:
-            *mem_type = 3;
-            break;
+            return set(3);
         case ATTRIBUTE_MEMORY_1:
-            *mem_type = 1;
-            break;
+            return set(1);
         case ATTRIBUTE_BIT:
-            *mem_type = value < FIRST_HIGH_BIT_ADDRESS ? MEM_BIT_LOW : MEM_BIT_HIGH;
-            *type_index = TYPE_BIT;
-            break;
+            return {TYPE_BIT, 0, 0, TypeEnd::BY_ADDRESS};
         case ATTRIBUTE_MEMORY_5:
-            *mem_type = MEM_BIT_HIGH;
-            break;
+            return set(MEM_BIT_HIGH);
         case ATTRIBUTE_CODE:
-            *mem_type = MEM_CODE;
-            break;
+            return set(MEM_CODE);
         default:
-            break;
+            return {type.u.pointer.type_index};
     }
+}
+
+// A later link of the chain overrules an earlier one.
+TypeEnd Joined(const TypeEnd& earlier, const TypeEnd& later) {
+    if (later.memory != TypeEnd::KEPT) return later;
+    return {later.type_index, later.size, earlier.mem_type, earlier.memory};
 }
 
 }  // namespace
 
-uint32_t SymbolSize(const uint32_t* value, uint32_t* type_index, int8_t* mem_type) {
+void TypeEnds::FreeMemory::operator()(void* memory) const {
+    std::free(memory);
+}
+
+TypeEnds::Link* TypeEnds::LinkOf(uint32_t type_index) {
+    if (links_ == nullptr)
+        links_.reset(static_cast<Link*>(std::calloc(TYPE_LOOKUP_MASK + 1, sizeof(Link))));
+    return links_ != nullptr ? &links_[type_index & TYPE_LOOKUP_MASK] : nullptr;
+}
+
+// Goes back over the links of a walk and gives each its end.
+void TypeEnds::EndWalk(TypeEnd end, uint32_t nof_links, uint32_t last) {
+    for (; links_ != nullptr && nof_links > 0; --nof_links) {
+        Link& link = links_[last];
+        end = Joined(link.end, end);
+        last = link.previous;
+        link = {end, 0, true, false};
+    }
+}
+
+bool TypeEnds::LookAt(uint32_t type_index, uint32_t last, TypeEnd& end) {
+    if (type_index < FIRST_TYPE_INDEX) {
+        end = EndAtBasicType(type_index);
+        return true;
+    }
+    Link* const link = LinkOf(type_index);
+    if (link != nullptr && link->known) {
+        end = link->end;
+        if (link->is_end) end.type_index = type_index;
+        return true;
+    }
+    const std::optional<TYPEINFO> type = FindType(type_index);
+    if (!type) ReportAndStop(ERROR_READ_TEMPORARY);
+    const bool is_end = type->type_tag != TAG_ATTRIBUTE;
+    end = is_end ? EndAtRecord(*type, type_index) : ThroughAttribute(*type);
+    if (link != nullptr) *link = {end, static_cast<uint16_t>(last), is_end, is_end};
+    return is_end;
+}
+
+TypeEnd TypeEnds::Find(uint32_t type_index) {
+    TypeEnd walked;
+    uint32_t last = 0;
     // A chain with more links than there are types has come back to one of them.
-    for (uint32_t links = 0; links <= Store.Header.nof_types; ++links) {
+    for (uint32_t nof_links = 0; nof_links <= Store.Header.nof_types; ++nof_links) {
         ProgressTick();
-        if (*type_index < FIRST_TYPE_INDEX) return SizeOfBasicType(type_index);
-        const TYPEINFO type = FindTypeRecord(*type_index);
-        switch (type.type_tag) {
-            case TAG_POINTER:
-                return type.u.pointer.ptr_size;
-            case TAG_ARRAY:
-                return type.u.array.size;
-            case TAG_STRUCT:
-            case TAG_UNION:
-                return type.u.structunion.size;
-            case TAG_ATTRIBUTE:
-                ApplyAttribute(type, *value, type_index, mem_type);
-                break;
-            default:
-                return 0;
+        TypeEnd next;
+        if (LookAt(type_index, last, next)) {
+            EndWalk(next, nof_links, last);
+            return Joined(walked, next);
         }
+        walked = Joined(walked, next);
+        last = type_index & TYPE_LOOKUP_MASK;
+        type_index = next.type_index;
     }
     ReportAndStop(ERROR_READ_TEMPORARY);
+}
+
+uint32_t SymbolSize(TypeEnds& ends, uint32_t value, uint32_t& type_index, int8_t& mem_type) {
+    const TypeEnd end = ends.Find(type_index);
+    type_index = end.type_index;
+    if (end.memory == TypeEnd::SET) mem_type = end.mem_type;
+    if (end.memory == TypeEnd::BY_ADDRESS)
+        mem_type = value < FIRST_HIGH_BIT_ADDRESS ? MEM_BIT_LOW : MEM_BIT_HIGH;
+    return end.size;
 }
 
 }  // namespace scan695

@@ -1,25 +1,21 @@
 // The working arrays of the post-processing: copies of records in memory while they are sorted, and
-// the array of record numbers that the sorts move. Each exists only while it is needed, is null
-// before and behind that, and is loaded, written and freed through the operations below. Entries
-// are cleared when they are allocated. Every failure here ends the run.
+// the array of record numbers that the sorts move. Each exists only while it is needed, is empty
+// before and behind that, and is loaded and written through the operations below. Entries are
+// cleared when they are allocated. Every failure here ends the run.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
+#include <exception>
+#include <vector>
 
-#include "fst/range_table.h"
+#include "fst/quick_sort.h"
+#include "fst/range_map.h"
+#include "fst/symbol_size.h"
 #include "store/chunk_file.h"
 #include "store/records.h"
 
 namespace scan695 {
-
-struct FreeMemory {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <class Entry>
-using WorkArray = std::unique_ptr<Entry[], FreeMemory>;
 
 struct BlockEntry {
     BLOCKINFO record;
@@ -35,56 +31,65 @@ struct SymbolEntry {
     int8_t mem_type;
 };
 
-struct CodeEntry {
+struct MergedBlock {
     CODEINFO record;
-    int32_t body;  // position of the bytes in the MergedCodeFile
+    uint32_t body;  // position of the bytes in the MergedCodeFile
 };
 
-// Gives a negative number, 0 or a positive number for two record numbers, which count from the
-// start of the working array whatever the first record of the scope.
-using CompareFunction = int (*)(uint32_t a, uint32_t b);
-
 struct WorkState {
-    WorkArray<uint32_t> SortIndex;      // record numbers being sorted
-    WorkArray<TYPEINFO> TypeWork;       // all types
-    WorkArray<MODULEINFO> ModuleWork;   // all modules, PrepareModules to SortModules
-    WorkArray<BlockEntry> BlockWork;    // all blocks, during SortBlocks
-    WorkArray<SYMINFO> SymbolWork;      // some symbols of one scope, to be completed
-    WorkArray<SymbolEntry> SymbolKeys;  // the symbols of one scope, to be sorted
-    WorkArray<LINEINFO> LineWork;       // the lines of one module, or all lines
-    WorkArray<uint32_t> NameWork;       // image offsets of the names of the records being sorted
-    WorkArray<CodeEntry> CodeWork;      // all merged code blocks
-    WorkArray<uint64_t> FilterWork;     // hash table of the kept global symbols
-    WorkArray<uint32_t> FoundTypes;     // record numbers of types that symbols have asked for
-    RangeTable Ranges;                  // stretches of code memory and their modules
-    CompareFunction CompareCallback = nullptr;
+    std::vector<uint32_t> SortIndex;      // record numbers being sorted
+    std::vector<TYPEINFO> TypeWork;       // all types
+    std::vector<MODULEINFO> ModuleWork;   // all modules, PrepareModules to SortModules
+    std::vector<BlockEntry> BlockWork;    // all blocks, during SortBlocks
+    std::vector<SYMINFO> SymbolWork;      // some symbols of one scope, to be completed
+    std::vector<SymbolEntry> SymbolKeys;  // the symbols of one scope, to be sorted
+    std::vector<LINEINFO> LineWork;       // all lines, during SortLines
+    std::vector<uint32_t> NameWork;       // image offsets of the names of the records being sorted
+    std::vector<MergedBlock> CodeWork;    // all merged code blocks
+    TypeEnds SymbolTypes;                 // what symbols have asked for, during SortSymbols
+    RangeMap Ranges;                      // stretches of code memory and their modules
 };
 extern WorkState Work;
 
-// Frees whatever exists and closes the image cache: called by every report, and at the start of a
-// run for a fresh state.
+// Frees whatever exists: called by every report, and at the start of a run for a fresh state.
 void FreePostProcessWork();
 
-// `count` cleared entries. `operation` is named in the trace of a failure; null for none.
-void* AllocateEntries(const char* operation, uint32_t count, size_t entry_size);
+// Ends the run for want of memory: `operation` with its count is named in the trace before.
+[[noreturn]] void StopAllocation(const char* operation, uint32_t count);
+
+// Makes an array of `count` cleared entries. `operation` may be null for none.
+template <class Entry>
+void AllocateEntries(std::vector<Entry>& work, const char* operation, uint32_t count) {
+    try {
+        work = std::vector<Entry>(count);
+    } catch (const std::exception&) {  // no memory, or more than an array can have
+        StopAllocation(operation, count);
+    }
+}
+
+// Gives the memory back, which clearing alone does not.
+template <class Entry>
+void FreeEntries(std::vector<Entry>& work) {
+    work = std::vector<Entry>();
+}
 
 // What the load operations share: `count` records of a table from record `first` on, each at the
 // beginning of its entry. Bytes behind the end of the table count as zero.
-void LoadRecords(ChunkFile& table, void* entries, size_t entry_size, uint32_t record_size,
+void LoadRecords(const ChunkFile& table, void* entries, size_t entry_size, uint32_t record_size,
                  uint32_t first, uint32_t count);
 
 template <class Entry>
-void init_table16(ChunkFile& table, WorkArray<Entry>& work, uint32_t record_size, uint32_t first,
-                  uint32_t count) {
-    work.reset(static_cast<Entry*>(AllocateEntries("init_table16", count, sizeof(Entry))));
-    LoadRecords(table, work.get(), sizeof(Entry), record_size, first, count);
+void init_table16(const ChunkFile& table, std::vector<Entry>& work, uint32_t record_size,
+                  uint32_t first, uint32_t count) {
+    AllocateEntries(work, "init_table16", count);
+    LoadRecords(table, work.data(), sizeof(Entry), record_size, first, count);
 }
 
 template <class Entry>
-void init_table32(ChunkFile& table, WorkArray<Entry>& work, uint32_t record_size, uint32_t first,
-                  uint32_t count) {
-    work.reset(static_cast<Entry*>(AllocateEntries("init_table32", count, sizeof(Entry))));
-    LoadRecords(table, work.get(), sizeof(Entry), record_size, first, count);
+void init_table32(const ChunkFile& table, std::vector<Entry>& work, uint32_t record_size,
+                  uint32_t first, uint32_t count) {
+    AllocateEntries(work, "init_table32", count);
+    LoadRecords(table, work.data(), sizeof(Entry), record_size, first, count);
 }
 
 // Loads the keys of SYMINFO records of the finished section of the image into SymbolKeys.
@@ -93,23 +98,12 @@ void init_symbols(uint32_t first, uint32_t count);
 // Fills NameWork for records whose first field is the offset of their name.
 void init_names(const void* entries, size_t entry_size, uint32_t count);
 
-// Fills SortIndex with 0 to count - 1.
-void init_idx(uint32_t count);
+// Fills SortIndex with the `count` numbers from `first` on, and sorts it.
+void SortRecords(CompareFunction compare, uint32_t first, uint32_t count);
 
-// Fills SortIndex with 0 to count - 1 and sorts it.
-void SortRecords(CompareFunction compare, uint32_t count);
-
-// Append to the image: SortIndex, each number plus the base, which frees it, and records from the
-// beginning of their entries.
-void WriteIndex(uint32_t base, uint32_t count);
+// Append to the image: SortIndex, each number plus the base, and records from the beginning of
+// their entries. SortIndex is freed.
+void WriteIndex(uint32_t base);
 void WriteTable(const void* entries, size_t entry_size, uint32_t record_size, uint32_t count);
-
-// The end of the image, where the next section begins; moves the image there.
-uint32_t SeekImageEnd();
-// Moves the image to an offset.
-void SeekImage(uint64_t offset);
-// Reads from the image at its position; bytes behind its end count as zero.
-void ReadFromImage(void* buffer, uint32_t size);
-void WriteToImage(const void* bytes, uint32_t size);
 
 }  // namespace scan695

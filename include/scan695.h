@@ -4,7 +4,8 @@
  * database. This header is the whole public interface: two functions, exported by name.
  *
  * Paths are NUL-terminated 8-bit strings in the encoding of the system's file calls. Neither
- * function keeps a pointer that it was given. Neither function throws.
+ * function keeps a pointer that it was given. Neither function throws. A null path is a file that
+ * cannot be opened.
  *
  * Not re-entrant: one conversion at a time in a process, in the thread of the caller. Conversions
  * may follow one another; each starts fresh.
@@ -33,8 +34,10 @@
 #else
 #define SCAN695_API __declspec(dllimport)
 #endif
-#else
+#elif defined(__GNUC__)
 #define SCAN695_API __attribute__((visibility("default")))
+#else
+#define SCAN695_API
 #endif
 
 #ifdef __cplusplus
@@ -52,9 +55,9 @@ SCAN695_API uint32_t Check(uint32_t word, const char* path);
 
 /*
  * Converts the object file at `input_path` and writes the STF file to `stf_path`, which is created
- * or overwritten. The first argument is ignored. With `debug` other than 0 a record-by-record trace
- * goes to standard output, and an FST file is written beside the input: the same directory, the
- * base name in upper case, the extension FST.
+ * or overwritten and may not be the input, which never changes. The first argument is ignored. With
+ * `debug` other than 0 a record-by-record trace goes to standard output, and an FST file is written
+ * beside the input: the same directory, the base name in upper case, the extension FST.
  *
  * Result: a null pointer for success, or a pointer to a static text.
  *

@@ -21,7 +21,7 @@ bool IsExtendedModel(const char* name, char letter) {
 }
 
 void SetSizes(const ProcessorKind& processor) {
-    BasicTypes.PointerSize = processor.large_pointer_size;
+    Store.PointerSize = processor.large_pointer_size;
     for (uint32_t i = 0; i < NOF_BASIC_SIZES; ++i) SetBasicTypeSize(i, processor.basic_sizes[i]);
 }
 

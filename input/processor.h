@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-#include "store/basic_types.h"
+#include "store/tables.h"
 #include "store/records.h"
 
 namespace scan695 {
@@ -36,7 +36,7 @@ struct ProcessorKind {
     uint8_t small_pointer_size;  // in bytes
     uint8_t large_pointer_size;  // of functions too: the PointerSize
     BitfieldRule bitfields;
-    std::array<uint8_t, NOF_BASIC_SIZES> basic_sizes;  // in bytes, see store/basic_types
+    std::array<uint8_t, NOF_BASIC_SIZES> basic_sizes;  // in bytes, see store/tables
     std::span<const ExtraType> extra_types;
 };
 

@@ -14,7 +14,6 @@
 #include "scopes/update_symbols.h"
 #include "stf/stf_stream.h"
 #include "stf/stf_types.h"
-#include "store/basic_types.h"
 #include "store/tables.h"
 #include "types/type_state.h"
 #include "types/update_types.h"
@@ -54,7 +53,7 @@ void ReadAddressDescriptor() {
         ReadByte();
         high_first = order == LETTER_M ? 1 : 0;
     }
-    Trace("Addr desc: ptr_size=%d, big_endian=%u\n", static_cast<int32_t>(BasicTypes.PointerSize),
+    Trace("Addr desc: ptr_size=%d, big_endian=%u\n", static_cast<int32_t>(Store.PointerSize),
           high_first);
 }
 

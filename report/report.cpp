@@ -54,6 +54,11 @@ void MakeReport(int32_t code, const char* format, va_list arguments) {
 
 }  // namespace
 
+void StartReport(uint32_t debug_mode) {
+    AbortRequested = 0;
+    Report = {.DebugMode = debug_mode};
+}
+
 void ReportAndStop(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);

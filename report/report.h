@@ -16,7 +16,7 @@
 
 namespace scan695 {
 
-// What a report does besides printing. A run starts by assigning a new ReportState.
+// What a report does besides printing.
 struct ReportState {
     uint32_t DebugMode = 0;  // last argument of Convert; other than 0 switches the trace on
 
@@ -31,6 +31,9 @@ extern ReportState Report;
 
 // Set by OnInterrupt, read by ProgressTick; apart from Report since the handler writes it.
 extern volatile std::sig_atomic_t AbortRequested;
+
+// Starts a run: no hooks, and an interrupt of an earlier run is forgotten.
+void StartReport(uint32_t debug_mode);
 
 enum ErrorMessage : uint32_t {
     ERROR_OPEN_INPUT = 0,

@@ -45,7 +45,7 @@ int32_t AddBlock(BLOCKINFO& record) {
 
 int32_t AddModule(MODULEINFO& record, char* name) {
     FstHeader& header = Store.Header;
-    record.name_offs = StoreCountedName(name, header.max_module_name);
+    record.name_offs = StoreCountedName(CutName(name), header.max_module_name);
     record.first_symbol = header.nof_module_symbols;
     record.first_line = header.nof_lines;
     AppendRecord(Store.ModuleTable, record);
@@ -60,12 +60,13 @@ void AddLine(uint32_t address, uint32_t number) {
     record.module = Scopes.CurrentModule;
     record.number = static_cast<uint16_t>(number);
     Trace("Line #%u: %X\n", uint32_t{record.number}, address);
-    AppendRecord(Store.LineTable, record);
+    // Only the post-processing reads the table.
+    if (Report.DebugMode != 0) AppendRecord(Store.LineTable, record);
     outLine(static_cast<int32_t>(Store.Header.nof_lines++), record);
 }
 
 void AddSymbol(SYMINFO& record, char* name, std::span<const LOCINFO> locations) {
-    record.name_offs = StoreCountedName(name, Store.Header.max_symbol_name);
+    record.name_offs = StoreCountedName(CutName(name), Store.Header.max_symbol_name);
     if (!locations.empty()) StoreLocations(record, locations);
     const SymbolTable destination = TableFor(record);
     if (!locations.empty() && &destination.table == &Store.BlockSymbolTable)
@@ -79,14 +80,14 @@ void AddSymbol(SYMINFO& record, char* name, std::span<const LOCINFO> locations) 
 bool ModuleExists(const char* name) {
     NameIndex& names = Scopes.Indexes.ModuleNames;
     const auto nof_modules = static_cast<uint32_t>(Scopes.CurrentModule + 1);
-    if (names.Update<MODULEINFO>(Store.ModuleTable, nof_modules) == 0)
+    if (!names.Update<MODULEINFO>(Store.ModuleTable, nof_modules))
         ReportAndStop(ERROR_READ_TEMPORARY);
     return names.Contains(name);
 }
 
 bool SymbolDefined(const char* name) {
     NameIndex& names = Scopes.Indexes.GlobalNames;
-    if (names.Update<SYMINFO>(Store.GlobalSymbolTable, Store.Header.nof_global_symbols) == 0)
+    if (!names.Update<SYMINFO>(Store.GlobalSymbolTable, Store.Header.nof_global_symbols))
         ReportAndStop("Cannot SEEK for SymName\n");
     return names.Contains(name);
 }

@@ -11,7 +11,7 @@ namespace scan695 {
 
 namespace {
 
-constexpr uint32_t MAX_STORED_LOCATIONS = 0xFFFF / sizeof(LOCINFO);
+constexpr uint32_t MAX_STORED_LOCATIONS = MAX_ITEM_SIZE / sizeof(LOCINFO);
 
 void TraceChecked(uint32_t symbol) {
     SYMINFO record = {};
@@ -20,23 +20,15 @@ void TraceChecked(uint32_t symbol) {
           uint32_t{record.storage_class}, record.type_index);
 }
 
-// Moves one location between the image and the record, with the image's position as it was.
-void TransferLocation(ChunkFile::Direction direction, uint32_t place, LOCINFO& location) {
-    ChunkFile& image = Store.FstImage;
-    const int32_t position = image.Position();
-    if (image.Seek(place, ChunkFile::FROM_START) == 0 ||
-        image.Transfer(direction, &location, sizeof location, image.Position()) == 0 ||
-        image.Seek(position, ChunkFile::FROM_START) == 0)
-        ReportAndStop(ERROR_READ_TEMPORARY);
-}
-
 // Gives true when no later block can change the lifetime again.
 bool CloseLifetime(const OpenLifetime& lifetime, uint32_t end_address) {
     LOCINFO location = {};
-    TransferLocation(ChunkFile::READ, lifetime.place, location);
+    if (!Store.FstImage.ReadAt(lifetime.place, &location, sizeof location))
+        ReportAndStop(ERROR_READ_TEMPORARY);
     if (location.end_address != OPEN_END) return lifetime.stored;
     location.end_address = end_address;
-    TransferLocation(ChunkFile::WRITE, lifetime.place, location);
+    if (!Store.FstImage.WriteAt(lifetime.place, &location, sizeof location))
+        ReportAndStop(ERROR_READ_TEMPORARY);
     NoteWrite(lifetime.place);  // which may lie behind a list that is shorter than its count
     Trace("   updating LOCINFO ending address=%x\n", end_address);
     return lifetime.stored && end_address != OPEN_END;

@@ -23,7 +23,7 @@ constexpr int NOF_DATE_NUMBERS = 6;
 void AssignSource(MODULEINFO& record, char* path) {
     if (IsCName(path)) record.language = LANGUAGE_C;
     char* name = BaseName(path);
-    record.source_offs = StoreName(name);
+    record.source_offs = StoreName(CutName(name));
     WriteRecord(Store.ModuleTable, static_cast<uint32_t>(Scopes.CurrentModule), record);
     Trace(" assigning source file \"%s\" to module %x\n", name,
           static_cast<uint32_t>(Scopes.CurrentModule));

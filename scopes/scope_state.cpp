@@ -10,8 +10,8 @@ void StartScopes() {
 
 void FreeScopeIndexes() {
     Scopes.Indexes = ScopeIndexes();
-    Scopes.OpenLifetimes = {};
-    Scopes.OverlongLifetimes = {};
+    Scopes.OpenLifetimes = std::vector<OpenLifetime>();
+    Scopes.OverlongLifetimes = std::vector<OpenLifetime>();
     Scopes.StackInfo = StackCollection();
 }
 

@@ -20,7 +20,7 @@ namespace scan695 {
 struct OpenLifetime {
     uint32_t symbol;  // record number
     uint32_t place;   // image offset where the last location stands by its count
-    bool stored;      // it does stand there: a list above 65,535 bytes is cut when it is stored
+    bool stored;      // it does stand there: a list above MAX_ITEM_SIZE is cut when it is stored
 };
 
 // The ranges of the function that stack adjustments come for at present. See scopes/stack_info.

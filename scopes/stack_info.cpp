@@ -28,8 +28,7 @@ FoundSymbol FindFunctionSymbol(uint32_t address) {
 
 void TraceEntries(const SYMINFO& symbol, const std::vector<LOCINFO>& entries) {
     if (Report.DebugMode == 0) return;
-    StoredName name;
-    ReadStoredName(symbol.name_offs, name);
+    const StoredName name = ReadStoredName(symbol.name_offs).value_or(StoredName());
     Trace("Stack adjust info for function \"%s\" (address %x)\n", name.text, symbol.value);
     int32_t number = 0;
     for (const LOCINFO& entry : entries)

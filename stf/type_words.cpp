@@ -12,7 +12,7 @@ namespace scan695 {
 
 namespace {
 
-constexpr int32_t NAME_READ = 80;  // bytes read for a name, which takes 32 at most
+constexpr uint32_t NAME_READ = 80;  // bytes read for a name, which takes 32 at most
 
 constexpr const char* BASIC_WORDS[] = {
     "void",     "uchar",  "char",          "ushort",      "short", "uint",   "int",   "ulong",
@@ -35,10 +35,6 @@ const char* BasicWord(uint32_t type_index) {
     return type_index < NOF_WORDS ? BASIC_WORDS[type_index] : "???";
 }
 
-void SeekImage(uint32_t offset, const char* failure) {
-    if (Store.FstImage.Seek(offset, ChunkFile::FROM_START) == 0) ReportAndStop("%s", failure);
-}
-
 }  // namespace
 
 int AddTypeAlias(uint32_t number, uint32_t target) {
@@ -51,7 +47,7 @@ int AddTypeAlias(uint32_t number, uint32_t target) {
 }
 
 void FreeTypeAliases() {
-    Stf.TypeAliasTable = {};
+    Stf.TypeAliasTable = std::vector<TypeAlias>();
 }
 
 void outName(const char* key, uint32_t name_offs) {
@@ -59,12 +55,9 @@ void outName(const char* key, uint32_t name_offs) {
         outStr(key, "");
         return;
     }
-    const auto position = static_cast<uint32_t>(Store.FstImage.Position());
-    SeekImage(name_offs, "outName SEEK error");
     char text[NAME_READ + 1] = {};
-    Store.FstImage.Read(text, NAME_READ);
+    if (!Store.FstImage.ReadAt(name_offs, text, NAME_READ)) ReportAndStop("outName SEEK error");
     outStr(key, text);
-    SeekImage(position, "outName restoring");
 }
 
 void outType(const char* key, uint32_t type_index) {
@@ -79,11 +72,10 @@ void outType(const char* key, uint32_t type_index) {
 
 void outField(int32_t count, uint32_t field_offs) {
     if (count <= 0 || field_offs == 0) return;
-    const auto position = static_cast<uint32_t>(Store.FstImage.Position());
     for (int32_t i = 0; i < count; ++i, field_offs += sizeof(FIELDINFO)) {
-        SeekImage(field_offs, "outField seek error");
         FIELDINFO field = {};
-        if (Store.FstImage.Read(&field, sizeof field) == 0) ReportAndStop("outField read error");
+        if (!Store.FstImage.ReadAt(field_offs, &field, sizeof field))
+            ReportAndStop("outField seek error");
         outBegin("Member", Stf.MemberCounter);
         outName("name", field.name_offs);
         outDec("value", static_cast<int32_t>(field.value));
@@ -91,7 +83,6 @@ void outField(int32_t count, uint32_t field_offs) {
         outEnd();
         ++Stf.MemberCounter;
     }
-    SeekImage(position, "outField restoring");
 }
 
 }  // namespace scan695

@@ -1,78 +1,58 @@
 // A growable file in memory, made of chunks of 65,536 bytes: tables of unknown final size grow
-// without moving what is stored and without one large allocation. It has the shape of a stream: a
-// position, seek, read, write. No operation reports by itself; the caller decides.
+// without moving what is stored and without one large allocation. No operation reports by itself;
+// the caller decides. No memory for a chunk is std::bad_alloc.
 #pragma once
 
 #include <cstdint>
 #include <cstdio>
+#include <memory>
+#include <vector>
 
 namespace scan695 {
 
 class ChunkFile {
   public:
     static constexpr uint32_t CHUNK_SIZE = 0x10000;
-    static constexpr uint32_t MAX_SIZE = 0x7FFFFFFF;  // positions and sizes are signed 32-bit
+    static constexpr uint32_t MAX_SIZE = 0x7FFFFFFF;  // a position in the FST file is signed 32-bit
 
-    enum Origin : uint32_t { FROM_START = 0, FROM_CURRENT = 1, FROM_END = 2 };
-    enum Direction : uint32_t { READ = 0, WRITE = 1 };
-
-    ChunkFile() = default;
-    ~ChunkFile() { Free(); }
-    ChunkFile(const ChunkFile&) = delete;
-    ChunkFile& operator=(const ChunkFile&) = delete;
-    ChunkFile(ChunkFile&& other) noexcept { *this = static_cast<ChunkFile&&>(other); }
-    ChunkFile& operator=(ChunkFile&& other) noexcept;
-
-    // Makes a file of `size` bytes at position 0 in place of what there was. 1, or 0 and an empty
-    // file when there is no memory.
-    int Allocate(uint32_t size);
-    // Changes the size; stored bytes never move. 1, or 0 and the file as it was.
-    int Resize(uint32_t size);
+    // Changes the size; stored bytes never move, new ones have no defined value. False, and the
+    // file as it was, above MAX_SIZE.
+    [[nodiscard]] bool Resize(uint32_t size);
     // Gives up all memory; can be called on an empty file.
-    void Free();
+    void Free() { *this = ChunkFile(); }
+    // Gives up the chunks that lie wholly in front of an offset: nobody reads there any more.
+    void FreeInFrontOf(uint32_t offset);
 
-    // Moves the position. A target outside the file clamps the position and gives 0; the size
-    // itself is a good target.
-    int Seek(int64_t offset, Origin origin);
-    // Moves `length` bytes between the buffer and the file at `position` (absolute) and leaves the
-    // position behind them. A read at the end is shortened and still gives 1; a write at the end
-    // grows the file. 0 for a null buffer, a position above the size, or no memory.
-    int Transfer(Direction direction, void* buffer, int32_t length, int32_t position);
-    int Read(void* buffer, int32_t length) { return Transfer(READ, buffer, length, Position()); }
-    int Write(const void* buffer, int32_t length) {
-        return Transfer(WRITE, const_cast<void*>(buffer), length, Position());
-    }
-    // Appends at the end of the file.
-    int Append(const void* buffer, int32_t length) {
-        return Transfer(WRITE, const_cast<void*>(buffer), length, Size());
+    // Copies what the file has of the `length` bytes at an offset; the rest of the buffer stays as
+    // it was. False for an offset above the size.
+    bool ReadAt(uint64_t offset, void* buffer, uint32_t length) const;
+    // Overwrites `length` bytes at an offset; behind the end the file grows. False, and nothing
+    // done, for an offset above the size and for a file that would exceed MAX_SIZE.
+    [[nodiscard]] bool WriteAt(uint64_t offset, const void* bytes, uint32_t length);
+    [[nodiscard]] bool Append(const void* bytes, uint32_t length) {
+        return WriteAt(size_, bytes, length);
     }
 
     // The bytes at an offset without a copy where they stand in one chunk, else copied to the
-    // buffer; bytes behind the end are zero. The position stays. Valid until the file changes.
-    const uint8_t* View(uint32_t offset, uint32_t length, uint8_t* buffer) const;
+    // buffer; bytes behind the end are zero. Valid until the file is freed or overwritten there.
+    const uint8_t* View(uint32_t offset, uint32_t length, uint8_t* buffer) const {
+        const uint32_t in_chunk = offset % CHUNK_SIZE;
+        if (length <= CHUNK_SIZE - in_chunk && offset < size_ && length <= size_ - offset)
+            return chunks_[offset / CHUNK_SIZE].get() + in_chunk;
+        return CopyWithZeros(offset, length, buffer);
+    }
 
-    // The byte at the position as 0 to 255, or -1 when there is none; the position moves by one.
-    int GetByte();
-    // Writes one byte at the position: the byte, or -1 when there is no memory.
-    int PutByte(uint8_t byte);
+    // Write the whole file to a stream from its start: false for a failed write.
+    [[nodiscard]] bool Save(std::FILE* stream) const;
+    [[nodiscard]] bool SaveAndFree(std::FILE* stream);
 
-    // Write the whole file to a stream from its start: 1, or 0 for a failed read or write.
-    int Save(std::FILE* stream);
-    int SaveAndFree(std::FILE* stream);
-
-    int32_t Position() const { return static_cast<int32_t>(position_); }
-    int32_t Size() const { return static_cast<int32_t>(size_); }
-    uint32_t ChunkCount() const { return chunk_count_; }
+    uint32_t Size() const { return size_; }
+    uint32_t ChunkCount() const { return static_cast<uint32_t>(chunks_.size()); }
 
   private:
-    static uint32_t ChunksFor(uint32_t size) { return (size + CHUNK_SIZE - 1) / CHUNK_SIZE; }
-    bool GrowChunkArray(uint32_t needed);
-    void FreeChunksFrom(uint32_t first);
+    const uint8_t* CopyWithZeros(uint32_t offset, uint32_t length, uint8_t* buffer) const;
 
-    uint8_t** chunks_ = nullptr;  // owned; null when the file is empty
-    uint32_t chunk_count_ = 0;
-    uint32_t chunk_capacity_ = 0;  // pointers that the array has room for
-    uint32_t position_ = 0;        // never above size_
+    std::vector<std::unique_ptr<uint8_t[]>> chunks_;
     uint32_t size_ = 0;
 };
 

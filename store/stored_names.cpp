@@ -2,17 +2,15 @@
 
 namespace scan695 {
 
-int ReadStoredName(uint32_t name_offs, StoredName& name) {
-    ChunkFile& image = Store.FstImage;
-    const int32_t position = image.Position();
-    const int found = image.Seek(name_offs, ChunkFile::FROM_START);
-    if (found != 0) image.Read(name.text, MAX_NAME_LENGTH);
-    return image.Seek(position, ChunkFile::FROM_START) != 0 ? found : 0;
+std::optional<StoredName> ReadStoredName(uint32_t name_offs) {
+    StoredName name;
+    if (!Store.FstImage.ReadAt(name_offs, name.text, MAX_NAME_LENGTH)) return std::nullopt;
+    return name;
 }
 
 bool NameIndex::HasName(uint32_t name_offs, std::string_view name) {
-    StoredName stored;
-    return ReadStoredName(name_offs, stored) != 0 && name == stored.text;
+    const auto stored = ReadStoredName(name_offs);
+    return stored && name == stored->text;
 }
 
 bool NameIndex::Contains(std::string_view name) const {
@@ -20,13 +18,13 @@ bool NameIndex::Contains(std::string_view name) const {
     return offsets_.Find(HashBytes(name), matches).has_value();
 }
 
-int NameIndex::Add(uint32_t name_offs) {
-    StoredName stored;
-    if (ReadStoredName(name_offs, stored) == 0) return 0;
-    const std::string_view name = stored.text;
+bool NameIndex::Add(uint32_t name_offs) {
+    const auto stored = ReadStoredName(name_offs);
+    if (!stored) return false;
+    const std::string_view name = stored->text;
     const auto matches = [name](uint32_t other) { return HasName(other, name); };
     offsets_.AddNew(HashBytes(name), name_offs, matches);
-    return 1;
+    return true;
 }
 
 }  // namespace scan695

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "base/hash_table.h"
@@ -16,28 +17,28 @@ struct StoredName {
     char text[MAX_NAME_LENGTH + 1] = {};
 };
 
-// The name at an image offset; the position of the image stays. 0 for an offset outside the image.
-int ReadStoredName(uint32_t name_offs, StoredName& name);
+// The name at an image offset; none for an offset outside the image.
+std::optional<StoredName> ReadStoredName(uint32_t name_offs);
 
 class NameIndex {
   public:
-    // Takes in the records of the table that it does not hold yet, up to `count` in all. 0 when a
-    // name cannot be read back.
+    // Takes in the records of the table that it does not hold yet, up to `count` in all. False when
+    // a name cannot be read back.
     template <class Record>
-    int Update(ChunkFile& table, uint32_t count) {
+    [[nodiscard]] bool Update(const ChunkFile& table, uint32_t count) {
         for (; nof_records_ < count; ++nof_records_) {
             Record record = {};
             ReadRecord(table, nof_records_, record);
-            if (Add(record.name_offs) == 0) return 0;
+            if (!Add(record.name_offs)) return false;
         }
-        return 1;
+        return true;
     }
     // True when a record taken in has exactly this name.
     bool Contains(std::string_view name) const;
 
   private:
     static bool HasName(uint32_t name_offs, std::string_view name);
-    int Add(uint32_t name_offs);
+    bool Add(uint32_t name_offs);
 
     HashTable<> offsets_;  // by hash of the name; equal names have one entry
     uint32_t nof_records_ = 0;

@@ -11,14 +11,11 @@ void AddType(const TYPEINFO& record) {
 
 void ReadField(uint32_t offset, FIELDINFO& field) {
     field = {};
-    if (Store.FstImage.Seek(offset, ChunkFile::FROM_START) != 0)
-        Store.FstImage.Read(&field, sizeof field);
+    Store.FstImage.ReadAt(offset, &field, sizeof field);
 }
 
-int WriteField(uint32_t offset, const FIELDINFO& field) {
-    return Store.FstImage.Seek(offset, ChunkFile::FROM_START) != 0
-               ? Store.FstImage.Write(&field, sizeof field)
-               : 0;
+bool WriteField(uint32_t offset, const FIELDINFO& field) {
+    return Store.FstImage.WriteAt(offset, &field, sizeof field);
 }
 
 }  // namespace scan695

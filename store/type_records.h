@@ -11,8 +11,8 @@ namespace scan695 {
 void AddType(const TYPEINFO& record);
 
 // One element of a member, enumeration or parameter list, by its image offset. A read behind the
-// end of the image gives zeros; a write there gives 0.
+// end of the image gives zeros; a write there gives false.
 void ReadField(uint32_t offset, FIELDINFO& field);
-int WriteField(uint32_t offset, const FIELDINFO& field);
+bool WriteField(uint32_t offset, const FIELDINFO& field);
 
 }  // namespace scan695

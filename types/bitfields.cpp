@@ -167,7 +167,7 @@ void ResolveStructureBitfields(uint32_t fst_ti) {
         FIELDINFO element;
         ReadField(list.ElementOffset(i), element);
         if (!ResolveElement(i, element)) continue;
-        if (WriteField(list.ElementOffset(i), element) == 0) ReportAndStop(ERROR_NO_MEMORY);
+        if (!WriteField(list.ElementOffset(i), element)) ReportAndStop(ERROR_NO_MEMORY);
         NoteWrite(list.ElementOffset(i));
     }
 }

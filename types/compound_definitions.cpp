@@ -111,7 +111,7 @@ uint32_t ScanEnumeration(const Definition& definition) {
 
     TYPEINFO record = {};
     record.type_tag = TAG_ENUMERATION;
-    record.u.enumeration.name_offs = StoreName(definition.name);
+    record.u.enumeration.name_offs = StoreName(CutName(definition.name));
     record.u.enumeration.field_offs = items.field_offs;
     record.u.enumeration.nof_elem = items.count;
     record.u.enumeration.type_index = EnumerationType(items.size);

@@ -33,7 +33,7 @@ EnumItems ScanEnumItems() {
         Trace("value=%u\n", value);
         FIELDINFO item = {};
         item.value = value;
-        item.name_offs = StoreName(name);
+        item.name_offs = StoreName(CutName(name));
         list.Add(item);
     }
     items.count = list.Count();

@@ -29,7 +29,7 @@ class FieldList {
     }
 
   private:
-    static constexpr uint32_t MOST_STORED = 4095;
+    static constexpr uint32_t MOST_STORED = MAX_ITEM_SIZE / sizeof(FIELDINFO);
 
     std::vector<FIELDINFO> fields_;
     uint32_t count_ = 0;

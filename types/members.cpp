@@ -50,7 +50,7 @@ void ReadMember(OpenStruct& open, uint32_t type_index) {
         open.member.value = open.offset;
     }
     open.group_start = !is_bitfield;
-    open.member.name_offs = StoreName(open.name);
+    open.member.name_offs = StoreName(CutName(open.name));
     open.members.Add(open.member);
 }
 

@@ -28,7 +28,7 @@ uint32_t AppendStruct(const Definition& definition, OpenStruct& open) {
     const uint32_t number = definition.TakeNumber();
     open.record = {};
     open.record.type_tag = is_struct ? TAG_STRUCT : TAG_UNION;
-    open.record.u.structunion.name_offs = StoreName(definition.name);
+    open.record.u.structunion.name_offs = StoreName(CutName(definition.name));
     open.record.u.structunion.size = open.size;
     open.record.u.structunion.field_offs = list.field_offs;
     open.record.u.structunion.nof_elem = static_cast<uint16_t>(open.members.Count());

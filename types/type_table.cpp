@@ -1,6 +1,5 @@
 #include "types/type_table.h"
 
-#include "store/basic_types.h"
 #include "store/tables.h"
 #include "store/type_records.h"
 #include "types/type_state.h"
@@ -36,7 +35,7 @@ uint32_t RecordSize(const TYPEINFO& record) {
         case TAG_UNION:
             return record.u.structunion.size;
         case TAG_FUNCTION:
-            return BasicTypes.PointerSize;
+            return Store.PointerSize;
         case TAG_ENUMERATION:
             return GetBasicTypeSize(record.u.enumeration.type_index);
         case TAG_BITFIELD:

@@ -20,5 +20,6 @@ int main(int argc, char** argv) {
     if (argc != 3) return 2;
     return convert(argv[1], "c166.abs", 1, argv[2]) != 0 ||
            convert(argv[1], "tricore.abs", 1, argv[2]) != 0 ||
-           convert(argv[1], "296sa.abs", 0, argv[2]) != 0 || Check(0, "no such file") != 0;
+           convert(argv[1], "296sa.abs", 0, argv[2]) != 0 || Check(0, "no such file") != 0 ||
+           Check(0, NULL) != 0;
 }

@@ -8,21 +8,12 @@
 #include "scopes/scope_state.h"
 #include "stf/type_words.h"
 #include "store/tables.h"
-#include "tests/faults/hooks.h"
 #include "tests/support/samples.h"
 
 namespace scan695::test {
 namespace {
 
 constexpr uint32_t BEYOND = 0x7FFFFFFF;
-
-// The image holds its header and 16 bytes; the k-th seek from now on fails.
-void StoreWithFault(uint64_t failing_seek) {
-    uint8_t bytes[16] = {};
-    ReserveFstHeader();
-    StoreInImage(bytes, sizeof bytes);
-    Faults = {.failing_seek = failing_seek};
-}
 
 void LostSymbolName() {
     SYMINFO symbol = {};
@@ -52,15 +43,12 @@ void LostLifetime() {
 }
 
 TEST(Direct, Messages) {
-    constexpr uint32_t AT = sizeof(FstHeader);
     const struct {
         const char* message;
         void (*run)();
     } cases[] = {
         {"outName SEEK error", [] { outName("key", BEYOND); }},
-        {"outName restoring", [] { StoreWithFault(2), outName("key", AT); }},
         {"outField seek error", [] { outField(1, BEYOND); }},
-        {"outField restoring", [] { StoreWithFault(2), outField(1, AT); }},
         {"Cannot SEEK for SymName\n", LostSymbolName},
         {"Error: cannot read temporary buffer\n", LostModuleName},
         {"Error: cannot read temporary buffer\n", LostLifetime},

@@ -6,6 +6,7 @@
 #include <csignal>
 
 #include "harness/in_process.h"
+#include "include/scan695.h"
 #include "tests/faults/hooks.h"
 #include "tests/support/samples.h"
 #include "tests/support/test.h"
@@ -59,6 +60,18 @@ TEST_F(Files, Input) {
     EXPECT_TRUE(fs::is_directory(directory_ / "directory"));
 }
 
+TEST_F(Files, NullPaths) {
+    const char* const input = input_.c_str();
+    const char* const stf = stf_.c_str();
+    const auto run = [](const char* from, const char* to) {
+        return InChild([=] { return Convert(0, from, to, 1) == nullptr ? 0 : 98; });
+    };
+    EXPECT_TRUE(StoppedWith(run(nullptr, stf), OPEN_INPUT));
+    EXPECT_TRUE(StoppedWith(run(nullptr, nullptr), OPEN_INPUT));
+    EXPECT_TRUE(StoppedWith(run(input, nullptr), OPEN_OUTPUT));
+    EXPECT_FALSE(fs::exists(stf_));
+}
+
 TEST_F(Files, ShortRead) {
     Faults.short_read = true;
     const Converted result = ConvertInProcess(input_, stf_, true);
@@ -67,7 +80,10 @@ TEST_F(Files, ShortRead) {
 }
 
 TEST_F(Files, Stf) {
-    for (const char* path : {"t.abs/t.stf", "nothing/t.stf", "."})
+    fs::create_symlink("t.abs", directory_ / "link");
+    fs::create_hard_link(input_, directory_ / "hard");
+    for (const char* path :
+         {"t.abs/t.stf", "nothing/t.stf", ".", "t.abs", "./t.abs", "link", "hard"})
         for (const bool debug : {false, true})
             EXPECT_TRUE(StoppedWith(ConvertFile(input_, directory_ / path, debug), OPEN_OUTPUT))
                 << path;

@@ -35,10 +35,6 @@ bool Fails(uint64_t& count, uint64_t failing) {
 bool AllocationFails() {
     return Inside && Fails(Faults.allocations, Faults.failing_allocation);
 }
-bool SeekFails() {
-    return Fails(Faults.seeks, Faults.failing_seek);
-}
-
 void InterruptAt(Moment moment) {
     if (Inside && Faults.interrupt == moment) std::raise(SIGINT);
 }
@@ -99,19 +95,11 @@ size_t __wrap_fread(void* buffer, size_t size, size_t count, std::FILE* file) {
 // Member functions and functions of a namespace under the names that the linker sees.
 using scan695::ChunkFile;
 
-int RealSeek(ChunkFile*, int64_t,
-             ChunkFile::Origin) __asm__("__real__ZN7scan6959ChunkFile4SeekElNS0_6OriginE");
-int Seek(ChunkFile* file, int64_t offset,
-         ChunkFile::Origin origin) __asm__("__wrap__ZN7scan6959ChunkFile4SeekElNS0_6OriginE");
-int Seek(ChunkFile* file, int64_t offset, ChunkFile::Origin origin) {
-    return SeekFails() ? 0 : RealSeek(file, offset, origin);
-}
-
-int RealSaveAndFree(ChunkFile*,
-                    std::FILE*) __asm__("__real__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
-int SaveAndFree(ChunkFile* image,
-                std::FILE* file) __asm__("__wrap__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
-int SaveAndFree(ChunkFile* image, std::FILE* file) {
+bool RealSaveAndFree(ChunkFile*,
+                     std::FILE*) __asm__("__real__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
+bool SaveAndFree(ChunkFile* image,
+                 std::FILE* file) __asm__("__wrap__ZN7scan6959ChunkFile11SaveAndFreeEP8_IO_FILE");
+bool SaveAndFree(ChunkFile* image, std::FILE* file) {
     InterruptAt(Moment::SAVE);
     return RealSaveAndFree(image, file);
 }

@@ -26,14 +26,14 @@ TEST(ChunkFile, WritesAndReadsLikeAFlatFile) {
         const uint32_t anywhere = round % 3 == 0 ? near_chunk : random() % (4 * CHUNK);
         const auto at = std::min(anywhere, static_cast<uint32_t>(flat.size()));
         std::string bytes = Pattern(length, round);
-        const auto direction = random() % 2 == 0 ? ChunkFile::WRITE : ChunkFile::READ;
-        std::string expected = direction == ChunkFile::READ ? flat.substr(at, length) : bytes;
-        if (direction == ChunkFile::WRITE) flat.replace(at, length, bytes);
+        const bool writes = random() % 2 == 0;
+        std::string expected = writes ? bytes : flat.substr(at, length);
+        if (writes) flat.replace(at, length, bytes);
         const size_t end = at + expected.size();
         expected += bytes.substr(expected.size());  // where the file has nothing
-        ASSERT_EQ(file.Transfer(direction, bytes.data(), int32_t(length), int32_t(at)), 1);
+        ASSERT_TRUE(writes ? file.WriteAt(at, bytes.data(), length)
+                           : file.ReadAt(at, bytes.data(), length));
         ASSERT_TRUE(bytes == expected) << round;
-        ASSERT_TRUE(length == 0 || size_t(file.Position()) == end) << round;
 
         std::vector<uint8_t> buffer(length);
         const uint8_t* view = file.View(at, length, buffer.data());
@@ -43,10 +43,10 @@ TEST(ChunkFile, WritesAndReadsLikeAFlatFile) {
         ASSERT_EQ(file.ChunkCount(), (flat.size() + CHUNK - 1) / CHUNK);
     }
     for (const uint32_t size : {2 * CHUNK, CHUNK + 1, 0U}) {
-        ASSERT_EQ(file.Resize(size), 1);
+        ASSERT_TRUE(file.Resize(size));
         EXPECT_EQ(file.ChunkCount(), (size + CHUNK - 1) / CHUNK);
         std::FILE* stream = std::tmpfile();
-        EXPECT_EQ(file.Save(stream), 1);
+        EXPECT_TRUE(file.Save(stream));
         std::rewind(stream);
         std::string saved(size + 1, '\0');
         saved.resize(std::fread(saved.data(), 1, size + 1, stream));
@@ -55,35 +55,22 @@ TEST(ChunkFile, WritesAndReadsLikeAFlatFile) {
     }
 }
 
-TEST(ChunkFile, SeekTargets) {
-    const struct {
-        int64_t offset, origin, result, then;  // 7 before, of 100
-    } cases[] = {{100, 0, 1, 100}, {101, 0, 0, 100}, {-1, 0, 0, 0},   {0xFFFFFFFF, 0, 0, 100},
-                 {-8, 1, 0, 0},    {-7, 1, 1, 0},    {93, 1, 1, 100}, {94, 1, 0, 100},
-                 {5, 2, 0, 100},   {-100, 2, 1, 0},  {-101, 2, 0, 0}, {0, 3, 0, 7}};
-    for (const auto& c : cases) {
-        ChunkFile file;
-        ASSERT_EQ(file.Allocate(100), 1);
-        file.Seek(7, ChunkFile::FROM_START);
-        EXPECT_EQ(file.Seek(c.offset, static_cast<ChunkFile::Origin>(c.origin)), c.result)
-            << c.offset << " from " << c.origin;
-        EXPECT_EQ(file.Position(), c.then) << c.offset << " from " << c.origin;
-    }
-}
-
-TEST(ChunkFile, ReadsAtTheEnd) {
+TEST(ChunkFile, AtTheEnds) {
     ChunkFile file;
     char byte = '?';
-    file.Append("abc", 3);
-    EXPECT_EQ(file.Transfer(ChunkFile::READ, &byte, 1, 4), 0);
-    EXPECT_EQ(file.Transfer(ChunkFile::READ, nullptr, 1, 0), 0);
-    EXPECT_EQ(file.Transfer(ChunkFile::READ, nullptr, 0, 9), 1);
-    EXPECT_EQ(file.GetByte(), -1);
-    file.Resize(2);
-    EXPECT_EQ(file.Position(), 2);
-    EXPECT_EQ(file.PutByte(0xFF), 0xFF);
-    file.Seek(2, ChunkFile::FROM_START);
-    EXPECT_EQ(file.GetByte(), 0xFF);
+    ASSERT_TRUE(file.Append("abc", 3));
+    EXPECT_TRUE(file.ReadAt(3, &byte, 1));
+    EXPECT_FALSE(file.ReadAt(4, &byte, 1));
+    EXPECT_FALSE(file.WriteAt(4, &byte, 1));
+    EXPECT_FALSE(file.WriteAt(3, &byte, ChunkFile::MAX_SIZE));
+    EXPECT_FALSE(file.Resize(ChunkFile::MAX_SIZE + 1));
+    EXPECT_EQ(byte, '?');
+    EXPECT_EQ(file.Size(), 3U);
+    ASSERT_TRUE(file.Resize(3 * CHUNK));
+    ASSERT_TRUE(file.WriteAt(2 * CHUNK, "x", 1));
+    file.FreeInFrontOf(2 * CHUNK);
+    EXPECT_TRUE(file.ReadAt(2 * CHUNK, &byte, 1));
+    EXPECT_EQ(byte, 'x');
 }
 
 using Items = StoreTest;
@@ -100,13 +87,13 @@ TEST_F(Items, ArePaddedAndNeverAtZero) {
     }
 }
 
-TEST_F(Items, NamesAreCutInTheCallersBuffer) {
+TEST_F(Items, NamesAreCut) {
     int16_t longest = 3;
     for (const size_t length : {0U, 2U, 31U, 32U, 40U}) {
         std::string text(length, 'a');
-        const uint32_t offset = StoreCountedName(text.data(), longest);
+        const uint32_t offset = StoreCountedName(text.c_str(), longest);
         const std::string kept = text.substr(0, 31) + '\0';
-        EXPECT_STREQ(text.c_str(), kept.c_str());
+        EXPECT_STREQ(CutName(text.data()), kept.c_str());
         EXPECT_EQ(longest, static_cast<int>(std::max<size_t>(kept.size() - 1, 3)));
         const auto stored = ReadSection<char>(offset, static_cast<uint32_t>(kept.size()));
         EXPECT_EQ(std::string(stored.begin(), stored.end()), kept);
@@ -116,16 +103,14 @@ TEST_F(Items, NamesAreCutInTheCallersBuffer) {
 TEST_F(Items, RecordsByNumber) {
     for (uint16_t i = 0; i < 3; ++i) AddLine(i, i, 7);
     LINEINFO line = {};
-    Store.LineTable.Seek(5, ChunkFile::FROM_START);
-    EXPECT_EQ(ReadRecord(Store.LineTable, 2, line), 1);
-    EXPECT_EQ(ReadRecord(Store.LineTable, 3, line), 1);  // nothing is there, and nothing changes
+    EXPECT_TRUE(ReadRecord(Store.LineTable, 2, line));
+    EXPECT_TRUE(ReadRecord(Store.LineTable, 3, line));  // nothing is there, and nothing changes
     EXPECT_EQ(line.address, 2U);
-    EXPECT_EQ(ReadRecord(Store.LineTable, 4, line), 0);
-    EXPECT_EQ(ReadRecord(Store.LineTable, 0xFFFFFFFF, line), 0);
+    EXPECT_FALSE(ReadRecord(Store.LineTable, 4, line));
+    EXPECT_FALSE(ReadRecord(Store.LineTable, 0xFFFFFFFF, line));
     WriteRecord(Store.LineTable, 1, LINEINFO{99, 1, 8, 0});
-    EXPECT_EQ(Store.LineTable.Position(), 5);
-    EXPECT_EQ(Store.LineTable.Size(), 36);
-    EXPECT_EQ(ReadRecord(Store.LineTable, 1, line), 1);
+    EXPECT_EQ(Store.LineTable.Size(), 36U);
+    EXPECT_TRUE(ReadRecord(Store.LineTable, 1, line));
     EXPECT_EQ(line.address, 99U);
     EXPECT_STOP(WriteRecord(Store.LineTable, 9, line), "Error: not enough memory\n\a\nPress");
 }

@@ -20,7 +20,7 @@ class CodeMerge : public StoreTest {
         Reset();
         for (const Piece& piece : pieces) AddCode(piece.address, piece.bytes, piece.mem_type);
         SortCode();
-        EXPECT_EQ(Store.CodeTable.Size(), 0);
+        EXPECT_EQ(Store.CodeTable.Size(), 0U);
         Pieces result;
         uint32_t offset = header.code_offs;
         for (uint32_t i = 0; i < header.nof_code; ++i) {
@@ -30,7 +30,7 @@ class CodeMerge : public StoreTest {
             result.push_back({head.address, {bytes.begin(), bytes.end()}, head.mem_type});
             offset += 16 + head.length;
         }
-        EXPECT_EQ(offset, static_cast<uint32_t>(Store.FstImage.Size()));
+        EXPECT_EQ(offset, Store.FstImage.Size());
         return result;
     }
 };

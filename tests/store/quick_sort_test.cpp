@@ -34,8 +34,8 @@ void PlainSort(Numbers& index, int low, int high) {
 
 Numbers Sorted(const Numbers& keys) {
     Keys = keys;
-    SortRecords(CompareKeys, static_cast<uint32_t>(keys.size()));
-    return {Work.SortIndex.get(), Work.SortIndex.get() + keys.size()};
+    SortRecords(CompareKeys, 0, static_cast<uint32_t>(keys.size()));
+    return Work.SortIndex;
 }
 
 Numbers SortedPlainly(const Numbers& keys) {

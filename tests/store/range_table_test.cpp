@@ -1,7 +1,6 @@
 // AddRange against plain steps on an array, and the whole build.
 #include <algorithm>
 
-#include "fst/add_range.h"
 #include "fst/post_process.h"
 #include "tests/store/store_fixture.h"
 
@@ -16,9 +15,11 @@ namespace {
 
 using Ranges = std::vector<RANGEINFO>;
 
+RangeMap Table;
+
 Ranges TableContents() {
     Ranges ranges;
-    for (int32_t i = 0; i < Work.Ranges.Count(); ++i) ranges.push_back(Work.Ranges[i]);
+    for (int32_t i = 0; i < Table.Table().Count(); ++i) ranges.push_back(Table.Table()[i]);
     return ranges;
 }
 
@@ -121,16 +122,16 @@ TEST_F(RangeTest, SameAsPlainSteps) {
         PlainTable plain;
         for (uint32_t round = 0; round < c.rounds * c.runs; ++round) {
             if (round % c.rounds == 0) {
-                ASSERT_TRUE(Work.Ranges.Allocate());
+                Table = RangeMap();
                 plain.t.clear();
             }
             RANGEINFO stretch = {random() % c.modules, c.base + random() % c.span, 1};
             if (random() % 2 == 0) stretch.length += random() % c.longest;
             const bool swallows = c.runs == 1 && (round + 1) % (c.rounds / 2) == 0;
             if (swallows) stretch = {0, c.base + c.span / 4, c.span / 2};
-            const int32_t before = Work.Ranges.Count();
-            AddRange(stretch.address, stretch.length, int32_t(stretch.module));
-            most_swallowed = std::max(most_swallowed, before - Work.Ranges.Count());
+            const int32_t before = Table.Table().Count();
+            Table.AddRange(stretch.address, stretch.length, int32_t(stretch.module));
+            most_swallowed = std::max(most_swallowed, before - Table.Table().Count());
             plain.Add(stretch);
             if (swallows || round % 64 == 0 || plain.t.size() < 50) {
                 ASSERT_EQ(TableContents(), plain.t) << c.base << " round " << round;

@@ -35,7 +35,7 @@ class StoreTest : public testing::Test {
         return testing::internal::GetCapturedStdout();
     }
 
-    static uint32_t AddName(std::string text) { return StoreName(text.data()); }
+    static uint32_t AddName(const std::string& text) { return StoreName(text.c_str()); }
 
     template <class Record>
     static void Add(ChunkFile& table, uint32_t& counter, const Record& record) {
@@ -76,8 +76,8 @@ class StoreTest : public testing::Test {
     template <class Record>
     static std::vector<Record> ReadSection(uint32_t offset, uint32_t count) {
         std::vector<Record> records(count);
-        EXPECT_EQ(Store.FstImage.Seek(offset, ChunkFile::FROM_START), 1);
-        Store.FstImage.Read(records.data(), static_cast<int32_t>(count * sizeof(Record)));
+        EXPECT_TRUE(Store.FstImage.ReadAt(offset, records.data(),
+                                          static_cast<uint32_t>(count * sizeof(Record))));
         return records;
     }
 

@@ -5,7 +5,6 @@
 
 #include "input/input_state.h"
 #include "input/processor.h"
-#include "store/basic_types.h"
 #include "store/tables.h"
 #include "store/type_records.h"
 #include "types/bitfields.h"
@@ -18,9 +17,8 @@ namespace {
 class TypeTables : public testing::Test {
   protected:
     TypeTables() {
-        Store = StoreState();
+        StartStore();
         StartTypes();
-        BasicTypes = BasicTypeState();
         ReserveFstHeader();
     }
 };

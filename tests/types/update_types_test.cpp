@@ -130,8 +130,7 @@ class PlainTypes {
 template <class T>
 std::vector<T> WholeOf(ChunkFile& file) {
     std::vector<T> all(static_cast<size_t>(file.Size()) / sizeof(T));
-    file.Seek(0, ChunkFile::FROM_START);
-    file.Read(all.data(), file.Size());
+    file.ReadAt(0, all.data(), file.Size());
     return all;
 }
 
