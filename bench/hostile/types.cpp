@@ -85,18 +85,19 @@ Bytes OverlongLists(uint32_t size) {
     for (uint32_t i = 0; i < size / 100; ++i)
         types += Define(FIRST + i, WaitingStruct(5000, NEVER));
     Bytes debug = TypesModule("M", types);
-    for (uint32_t i = 0; i < size; ++i) debug += ResolvingModule(0x1000 + i, def::SmallPointer(5));
+    for (uint32_t i = 0; i < size; ++i)
+        debug += ResolvingModule(0x100000 + i, def::SmallPointer(5));
     return Program(debug + Padding(0x10000));
 }
 
 // Each module lets one member of a long struct get the type that it waits for, which is a bitfield
 // by its number and nothing of the kind by its place in the table.
 Bytes BitfieldsThatAreNone(uint32_t size) {
-    Bytes types = Define(FIRST, WaitingStruct(size, 0x1000));
+    Bytes types = Define(FIRST, WaitingStruct(size, 0x100000));
     for (uint32_t i = 0; i < 3 * size; ++i) types += Define(FIRST + 1 + i, def::Typedef(NEVER));
     Bytes debug = TypesModule("M", types);
     for (uint32_t i = 0; i < size; ++i)
-        debug += ResolvingModule(0x1000 + i, def::Bitfield(0, 3, Omitted()));
+        debug += ResolvingModule(0x100000 + i, def::Bitfield(0, 3, Omitted()));
     return Program(debug + Padding(16 * size));
 }
 
