@@ -10,6 +10,7 @@
 #include "cli/complain.h"
 #include "cli/convert_command.h"
 #include "cli/elf_command.h"
+#include "cli/report_command.h"
 #include "cli/show_command.h"
 #include "cli/verify_command.h"
 
@@ -24,6 +25,7 @@ constexpr const Command* COMMANDS[] = {
     &SHOW_COMMAND,
     &VERIFY_COMMAND,
     &ELF_COMMAND,
+    &REPORT_COMMAND,
 };
 
 #define SCAN695_TEXT_OF(x) #x

@@ -108,6 +108,10 @@ const struct {
     {{"show", "bad.abs"}, 1, "", "scan695: bad.abs: neither *"},
     {{"show", "a.abs", "--code"}, 0, "record *"},
     {{"show", "."}, 1, "", "scan695: .: is a directory\n"},
+    {{"report", "a.abs", "-o", "-"}, 0, "<!DOCTYPE html>*</html>\n"},
+    {{"report", "a.abs", "-o", "a.html"}, 0, "", "", {}, "", {"a.html"}},
+    {{"report", "a.abs", "-o", "full"}, 1, "", "scan695: full: *"},
+    {{"report", "a.abs", "-o", "none/x"}, 1, "", "scan695: none/x: cannot create: No such file*"},
 };
 
 TEST(Command, StatusStreamsAndFiles) {
@@ -140,6 +144,8 @@ TEST(Command, WrongUsage) {
         {"show"},
         {"verify", "a.fst", "--json"},
         {"a.abs", "-o", "a.abs"},
+        {"report", "a.abs"},
+        {"report", "a.abs", "-o", "to_input"},
         {"a.abs", "-o", "sub/../a.abs"},
         {"a.abs", "-o", "A.FST", "--debug"},
     };
@@ -154,7 +160,7 @@ TEST(Command, WrongUsage) {
 
 TEST(Command, Help) {
     test::Sandbox sandbox;
-    for (const char* name : {"", "convert", "check", "show", "verify", "elf"}) {
+    for (const char* name : {"", "convert", "check", "show", "verify", "elf", "report"}) {
         const std::vector<std::string> command(*name != '\0', name);
         std::vector<std::string> arguments = command;
         arguments.push_back("--help");

@@ -1,0 +1,287 @@
+#!/usr/bin/python3
+"""The report in a real browser: browser_test.py SCAN695 MAKE_PAGE_INPUTS SAMPLES [SCREENSHOTS]"""
+
+import json
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from selenium import webdriver
+from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.common.action_chains import ActionChains
+from selenium.webdriver.common.by import By
+from selenium.webdriver.common.keys import Keys
+from selenium.webdriver.common.actions.wheel_input import ScrollOrigin
+from selenium.webdriver.support.ui import WebDriverWait
+
+SCAN695, MAKE_INPUTS, SAMPLES = (pathlib.Path(path).resolve() for path in sys.argv[1:4])
+PICTURES = pathlib.Path(sys.argv[4]).resolve() if len(sys.argv) > 4 else None
+SAMPLE_NAMES = ["c166", "296sa", "tricore"]
+OPTIONS = ["--headless=new", "--no-sandbox", "--disable-gpu", "--disable-background-networking",
+           "--disable-component-update", "--disable-sync", "--no-first-run",
+           "--window-size=1360,900"]
+
+
+def covered(items):
+    """The addresses that items take, each once."""
+    return {at for item in items for at in range(item["address"], item["address"] + item["size"])}
+
+
+class Report(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.scratch = tempfile.TemporaryDirectory()
+        cls.folder = pathlib.Path(cls.scratch.name)
+        subprocess.run([MAKE_INPUTS, cls.folder], check=True)
+        cls.data = {}
+        inputs = [SAMPLES / f"{name}.abs" for name in SAMPLE_NAMES] + sorted(cls.folder.glob("*.abs"))
+        for path in inputs:
+            page = cls.folder / f"{path.stem}.html"
+            subprocess.run([SCAN695, "report", path, "-o", page], check=True)
+            shown = subprocess.run([SCAN695, "show", "--json", path], check=True, capture_output=True)
+            cls.data[path.stem] = json.loads(shown.stdout)
+        options = webdriver.ChromeOptions()
+        options.binary_location = "/usr/bin/chromium"
+        for option in OPTIONS + [f"--user-data-dir={cls.folder / 'profile'}"]:
+            options.add_argument(option)
+        options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
+        cls.browser = webdriver.Chrome(options=options, service=Service("/usr/bin/chromedriver"))
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.browser.quit()
+        cls.scratch.cleanup()
+
+    def tearDown(self):
+        self.assertEqual(self.browser.get_log("browser"), [])
+
+    def open(self, name, address=""):
+        self.browser.get("about:blank")
+        self.browser.get((self.folder / f"{name}.html").as_uri() + address)
+        self.wait("return performance.getEntriesByName('first-view').length && (page.view !== 'overview' || page.built.overview.treemap)")
+
+    def js(self, script, *arguments):
+        return self.browser.execute_script(script, *arguments)
+
+    def wait(self, condition, *arguments):
+        return WebDriverWait(self.browser, 5, 0.02).until(lambda _: self.js(condition, *arguments))
+
+    def one(self, selector):
+        return self.browser.find_element(By.CSS_SELECTOR, selector)
+
+    def texts(self, selector):
+        return self.js("return [...document.querySelectorAll(arguments[0])]"
+                       ".map((node) => node.textContent)", selector)
+
+    def keys(self, *keys):
+        ActionChains(self.browser).send_keys(*keys).perform()
+
+    def picture(self, name):
+        if PICTURES:
+            self.browser.save_screenshot(str(PICTURES / f"{name}.png"))
+
+    def lane(self, title):
+        return self.js("""return [...document.querySelectorAll(`.map [data-lane="${arguments[0]}"]`)]
+            .map((rect) => [Number(rect.dataset.size), rect.getBBox().width])""", title)
+
+    def test_rectangles_add_up(self):
+        for name in SAMPLE_NAMES + ["empty", "large"]:
+            data = self.data[name]
+            with self.subTest(name):
+                self.open(name)
+                functions = [block for block in data["blocks"] if block["kind"] == "function"]
+                for title, items in [("Image", data["code"]), ("Modules", data["ranges"]),
+                                     ("Functions", functions)]:
+                    rects = self.lane(title)
+                    self.assertEqual(sum(size for size, _ in rects),
+                                     sum(item["size"] for item in items), title)
+                    scales = [width / size for size, width in rects if width > 20]
+                    if scales:
+                        self.assertLess(max(scales), 1.01 * min(scales), title)
+                variables = [{"address": symbol["value"], "size": symbol["size"]}
+                             for symbol in data["symbols"]
+                             if symbol["storage"] in ("global", "static")
+                             and symbol["memory"] in ("code", "data")]
+                taken = len(covered(data["code"] + data["ranges"] + variables))
+                leaves = self.js("""return [...document.querySelectorAll(".leaf")].map((rect) =>
+                    [Number(rect.dataset.size), rect.getBBox().width * rect.getBBox().height])""")
+                self.assertEqual(sum(size for size, _ in leaves), taken)
+                areas = [area / size for size, area in leaves]
+                if areas:
+                    self.assertLess(max(areas), 1.01 * min(areas))
+
+    def test_every_link_leads_somewhere(self):
+        for name in SAMPLE_NAMES:
+            self.open(name)
+            for kind, table, key in [("symbol", "symbols", "record"), ("function", "blocks", "record"),
+                                     ("type", "types", "type"), ("module", "modules", "record"),
+                                     ("line", "lines", "record")]:
+                numbers = [row[key] for row in self.data[name][table]]
+                dead = self.js("""
+                    const dead = [];
+                    for (const number of arguments[1]) {
+                        page.panel.show(arguments[0], number);
+                        for (const link of page.panel.element.querySelectorAll("a")) {
+                            const [kind, key] = link.hash.slice(1).split("/");
+                            const known = kind in DETAILS ? DETAILS[kind].find(Number(key)) !== undefined
+                                : VIEWS.includes(kind.split("?")[0]) || OVERVIEW_PARTS.includes(kind);
+                            if (!known) dead.push(`${arguments[0]} ${number}: ${link.hash}`);
+                        }
+                    }
+                    return dead;""", kind, numbers)
+                self.assertEqual(dead, [])
+
+    def test_layouts_fill_their_structs(self):
+        for name in SAMPLE_NAMES:
+            self.open(name)
+            for row in self.data[name]["types"]:
+                if row["kind"] != "struct":
+                    continue
+                self.js("location.hash = arguments[0]", f"#type/{row['type']}")
+                self.wait("return page.panel.heading.textContent === arguments[0]", row["type_name"])
+                bits = self.js("""return [...document.querySelectorAll(".bytegrid [data-bits]")]
+                    .reduce((sum, rect) => sum + Number(rect.dataset.bits), 0)""")
+                self.assertEqual(bits, 8 * row["size"], row["type_name"])
+                self.assertEqual(len(self.texts(".layout .member")), len(row["members"]))
+
+    def test_names_are_no_markup(self):
+        self.open("markup", "#symbols")
+        names = {symbol["name"] for symbol in self.data["markup"]["symbols"]}
+        self.assertIn("</script><script>hit=1</script>", names)
+        shown = {text.replace("\u2401", "\x01") for text in self.texts("#symbols-0 ~ tr td:first-child, "
+                                                                       "#symbols-0 td:first-child")}
+        self.assertLessEqual(names, shown)
+        for view in ["#overview", "#symbol/0", "#module/0", "#sizes/0"]:
+            self.js("location.hash = arguments[0]", view)
+        self.assertEqual(self.js("return [typeof hit, document.images.length, document.scripts.length]"),
+                         ["undefined", 0, 2])
+
+    def test_empty_program(self):
+        self.open("empty")
+        self.assertIn("This program has no modules.", self.texts(".empty td"))
+        for view in ["symbols", "functions", "types", "lines"]:
+            self.js("location.hash = arguments[0]", "#" + view)
+            self.wait("return page.view === arguments[0]", view)
+            self.assertEqual(self.texts(".empty td"), [f"This program has no {view}."])
+
+    def test_large_program_is_quick(self):
+        self.assertGreaterEqual(len(self.data["large"]["symbols"]), 50_000)
+        views = []
+        for address in ["", "#symbols"]:
+            tries = []
+            for _ in range(3):  # the best of three: the machine may do other things
+                self.open("large", address)
+                tries.append(self.js("return performance.getEntriesByName('first-view')[0].startTime"))
+            views.append(min(tries))
+        times = self.js("""
+            const table = page.built.symbols;
+            const clock = (action) => { const begin = performance.now(); action();
+                                        return performance.now() - begin; };
+            return [clock(() => table.search("variable_39")), clock(() => table.search("variable_399")),
+                    clock(() => table.search("")), clock(() => table.sortBy("size")),
+                    clock(() => table.moveTo(50000)), document.querySelectorAll("tr").length];""")
+        print("large: first view %.0f and %.0f ms; search %.0f, again %.0f, cleared %.0f, sort %.0f, "
+              "to the end %.0f ms; %d rows in the document" % (*views, *times), file=sys.stderr)
+        self.assertLess(max(views), 1000)
+        self.assertLess(max(times[:5]), 300)
+        self.assertLess(times[5], 120)
+        self.picture("large")
+
+    def test_table_by_keyboard(self):
+        self.open("c166", "#symbols")
+        self.one(".query").send_keys("type:struct module:\"DOSING_C\"")
+        self.assertRegex(self.one(".matches").text, r"^\d of 65 rows$")
+        self.keys(Keys.ENTER, Keys.DOWN, Keys.ENTER)
+        active = self.js("return document.querySelector('.grid tr.active td').textContent")
+        self.wait("return !page.panel.element.hidden")
+        self.assertEqual(self.js("return document.activeElement.textContent"), active)
+        self.keys(Keys.ESCAPE)
+        self.assertEqual(self.js("return document.activeElement.getAttribute('role')"), "grid")
+        self.js("document.querySelectorAll('.grid th button')[2].focus()")
+        self.keys(Keys.ENTER, Keys.ENTER)
+        self.assertEqual(self.js("return document.querySelectorAll('th')[2].ariaSort"), "descending")
+        sizes = [int(text or 0) for text in self.texts("tr[data-place] td:nth-child(3)")]
+        self.assertEqual(sizes, sorted(sizes, reverse=True))
+
+    def test_table_by_mouse(self):
+        self.open("tricore", "#symbols")
+        self.browser.find_elements(By.CSS_SELECTOR, ".grid th button")[3].click()
+        self.assertEqual(self.one("th[aria-sort=ascending]").text.strip(), "Type")
+        self.browser.find_element(By.LINK_TEXT, "struct engine").click()
+        self.wait("return page.panel.heading.textContent === 'struct engine'")
+        self.picture("struct")
+        self.browser.find_element(By.LINK_TEXT, "struct engine_flags").click()
+        self.wait("return page.panel.heading.textContent === 'struct engine_flags'")
+        self.browser.back()
+        self.wait("return page.panel.heading.textContent === 'struct engine'")
+        self.one(".close").click()
+        self.assertFalse(self.one(".details").is_displayed())
+
+    def test_map_by_keyboard_and_mouse(self):
+        self.open("c166")
+        length = "const {begin, end} = page.built.overview.map.view; return end - begin"
+        whole = self.js(length)
+        chart = self.one(".map")
+        self.js("arguments[0].focus()", chart)
+        self.keys("n", "n", "n", "n", "+", "+", Keys.ARROW_RIGHT)
+        self.assertAlmostEqual(self.js(length), whole / 4)
+        self.assertRegex(self.texts(".mapbox .readout")[0], r"^0x[0-9a-f]{6} \u00b7 .* image")
+        self.keys(Keys.ENTER)
+        self.wait("return page.panel.kind.textContent === 'address'")
+        self.assertEqual(self.js("return document.activeElement.tagName"), "H2")
+        self.js("arguments[0].focus()", chart)
+        self.keys(Keys.HOME)
+        self.assertEqual(self.js(length), whole)
+        ActionChains(self.browser).scroll_from_origin(ScrollOrigin.from_element(chart), 0, -240).perform()
+        self.wait(f"return (() => {{ {length} }})() < arguments[0]", whole)
+        self.one("button[aria-label='Show the whole address space']").click()
+        self.one("button[aria-pressed]").click()
+        self.wait("return page.built.overview.map.axis.length === 2 ** 24")
+        self.one(".areas button").click()
+        self.wait("return document.querySelector('.window').textContent < '0x000100'")
+        self.js("location.hash = '#function/7'")
+        self.wait("return page.panel.kind.textContent === 'function'")
+        self.browser.find_element(By.LINK_TEXT, "show on the map").click()
+        self.wait("return document.querySelector('.mapbox .readout').textContent.includes('DosingStep')")
+
+    def test_treemap_and_go_to(self):
+        self.open("tricore")
+        self.js("document.querySelector('.treemap').focus()")
+        self.keys(Keys.ARROW_RIGHT, Keys.ENTER)
+        self.wait("return !page.panel.element.hidden")
+        caption = self.one(".grouplabel[data-link]")
+        self.js("arguments[0].scrollIntoView()", caption)
+        ActionChains(self.browser).move_to_element(caption).click().perform()
+        self.wait("return location.hash.startsWith('#sizes/')")
+        self.assertEqual(len(self.texts(".grouplabel")), 1)
+        for query, kind in [("0xa0000250", "address"), ("MAIN", "symbol"), ("knock.c:18", "line")]:
+            self.js("page.main.focus()")
+            self.keys("/", query, Keys.ENTER)
+            self.wait("return page.panel.kind.textContent === arguments[0]", kind)
+
+    def test_colours_and_names(self):
+        for scheme in ["light", "dark"]:
+            features = [{"name": "prefers-color-scheme", "value": scheme}]
+            self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": features})
+            self.open("tricore")
+            self.assertEqual(self.js("return document.documentElement.dataset.theme"), scheme)
+            self.picture(scheme)
+        self.one(".theme").click()
+        self.assertEqual(self.js("return document.documentElement.dataset.theme"), "light")
+        self.js("localStorage.clear()")
+        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": []})
+        nameless = self.js("""return [...document.querySelectorAll("button, input, a, svg[tabindex], table,"
+            + "[role=group], aside, nav, section")].filter((node) => !(node.ariaLabel || node.textContent.trim()
+            || node.getAttribute("aria-labelledby"))).map((node) => node.outerHTML)""")
+        self.assertEqual(nameless, [])
+
+    def test_parsers_are_silent(self):
+        for path in self.folder.glob("*.html"):
+            out = subprocess.run(["xmllint", "--html", "--huge", "--noout", path], capture_output=True)
+            self.assertEqual((out.returncode, out.stdout, out.stderr), (0, b"", b""), path.name)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=1)
