@@ -1,11 +1,15 @@
 #include "cli/check_command.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <memory>
 #include <vector>
 
 #include "cli/complain.h"
-#include "cli/convert.h"
+#include "cli/file_head.h"
+#include "cli/local_file.h"
+#include "cli/run.h"
+#include "scan695.h"
 
 namespace scan695::cli {
 
@@ -16,16 +20,52 @@ constexpr char HELP[] = R"(scan695 check - are these files for this scanner?
 Usage:
   scan695 check FILE...
 
-Prints for each FILE whether hosts take it for this scanner. "-" is standard
-input.
+Prints for each FILE whether hosts take it for this scanner, as the library's
+function Check tells them. Check knows few names of processors; a file that it does
+not know and that converts all the same is told. "-" is standard input.
 
-Exit status: 0 every FILE is, 1 some FILE is not, 2 wrong usage.
+Exit status: 0 every FILE is recognised by Check, 1 some FILE is not or cannot be
+read, 2 wrong usage.
 )";
+
+bool Converts(const std::string& path) {
+    bool converts = false;
+    Request request;
+    request.file = path;
+    RunConversions({request}, {},
+                   [&](const Conversion& conversion) { converts = conversion.cause.empty(); });
+    return converts;
+}
+
+// True if Check recognises it.
+bool CheckFile(const std::string& file) {
+    const LocalFile local(file, false);
+    if (!local.cause.empty()) {
+        Complain(file, local.cause);
+        return false;
+    }
+    const bool is_recognised = Check(0, local.path.c_str()) != 0;
+    const char* answer = "for this scanner";
+    if (!is_recognised) {
+        answer = IsObject(HeadOf(local.path)) && Converts(local.path)
+                     ? "converts, but not recognised by Check"
+                     : "not for this scanner";
+    }
+    std::printf("%s: %s\n", file.c_str(), answer);
+    return is_recognised;
+}
 
 Action Declare(CLI::App& app) {
     const auto files = std::make_shared<std::vector<std::string>>();
     app.add_option("FILE", *files)->required();
-    return [files] { return FlushOutput(RunCheck(*files)); };
+    return [files] {
+        bool all_are = true;
+        for (const std::string& file : *files) {
+            if (file.empty()) throw UsageError{"FILE is empty"};
+        }
+        for (const std::string& file : *files) all_are = CheckFile(file) && all_are;
+        return FlushOutput(all_are ? DONE : FAILED);
+    };
 }
 
 }  // namespace

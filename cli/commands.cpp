@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
+#include <utility>
 #include <vector>
 
 #include "cli/check_command.h"
@@ -20,12 +21,8 @@ namespace {
 
 // In the order of the help.
 constexpr const Command* COMMANDS[] = {
-    &CONVERT_COMMAND,
-    &CHECK_COMMAND,
-    &SHOW_COMMAND,
-    &VERIFY_COMMAND,
-    &ELF_COMMAND,
-    &REPORT_COMMAND,
+    &CONVERT_COMMAND,  // the default
+    &CHECK_COMMAND,   &SHOW_COMMAND, &VERIFY_COMMAND, &ELF_COMMAND, &REPORT_COMMAND,
 };
 
 #define SCAN695_TEXT_OF(x) #x
@@ -62,9 +59,9 @@ bool IsCommandName(const std::string& word) {
                        [&](const Command* command) { return word == command->name; });
 }
 
-// The arguments in the order that CLI11 takes them, the last one first.
-std::vector<std::string> Arguments(int argc, char** argv) {
-    std::vector<std::string> arguments(argv + 1, argv + argc);
+// The default subcommand is written out, and the arguments come in the order that CLI11 takes them,
+// the last one first.
+std::vector<std::string> ForParser(std::vector<std::string> arguments) {
     const std::string first = arguments.empty() ? "" : arguments[0];
     const bool is_for_all = first == "-h" || first == "--help" || first == "--version";
     if (!is_for_all && !IsCommandName(first)) {
@@ -87,7 +84,7 @@ int RefuseUsage(const std::string& what, const std::string& subcommand) {
 
 }  // namespace
 
-int RunCommandLine(int argc, char** argv) {
+int RunCommandLine(std::vector<std::string> arguments) {
     CLI::App app("", "scan695");
     app.set_version_flag("--version", VERSION_TEXT);
     app.require_subcommand(1);
@@ -105,7 +102,7 @@ int RunCommandLine(int argc, char** argv) {
         return chosen == nullptr ? "" : chosen->name;
     };
     try {
-        app.parse(Arguments(argc, argv));
+        app.parse(ForParser(std::move(arguments)));
         choose();
         const auto place = std::find(std::begin(COMMANDS), std::end(COMMANDS), chosen);
         return actions[static_cast<size_t>(place - std::begin(COMMANDS))]();

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -35,7 +36,7 @@ struct UsageError {
     std::string what;
 };
 
-// Runs the command line; gives the exit status.
-int RunCommandLine(int argc, char** argv);
+// Runs the command line, given without the name of the program; gives the exit status.
+int RunCommandLine(std::vector<std::string> arguments);
 
 }  // namespace scan695::cli

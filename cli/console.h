@@ -1,27 +1,34 @@
-// The standard streams during a conversion: where the library's console lines go and what its
-// prompt reads.
+// What the library prints during a conversion, on its way to the user: the private names are put
+// right, the warnings are picked out, and the report of a fatal stop loses its BEL and its prompt.
 #pragma once
 
+#include <set>
 #include <string>
+#include <vector>
 
 namespace scan695::cli {
 
-enum class ConsoleTarget {
-    STDOUT,   // as the library writes them
-    STDERR,   // standard output carries the result
-    NOWHERE,  // only the last few are kept
+struct Console {
+    // A name that the library prints, and what stands for it in the trace.
+    struct Name {
+        std::string printed;
+        std::string shown;
+    };
+    std::vector<Name> names;
+
+    std::string pending;                // not passed on yet
+    std::string tail;                   // the end of what was passed on, as it was printed
+    std::vector<std::string> warnings;  // each once
+    std::set<std::string> seen;
 };
 
-// From here on the library's console lines go to the target. Gives false with errno set.
-bool OpenConsole(ConsoleTarget target);
+// Takes in what the child has printed; what can be passed on is appended to `trace`.
+void ReadConsole(Console& console, const char* bytes, size_t size, std::string& trace);
 
-// Standard output is the process's own again. Does nothing when the console is not open.
-void CloseConsole();
+// At the end of a child: passes on the rest. `is_stop`: it ended as a fatal stop does.
+void EndConsole(Console& console, bool is_stop, std::string& trace);
 
-// The message of a fatal stop, if the console that was closed last went NOWHERE and held one.
-std::string FatalMessage();
-
-// The library's prompt meets the end of its input.
-bool SilencePrompt();
+// The message of the fatal stop, if EndConsole was told of one and the console holds one.
+std::string FatalMessage(const Console& console);
 
 }  // namespace scan695::cli

@@ -1,23 +1,16 @@
 #include "cli/elf_command.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <filesystem>
 #include <memory>
 
 #include "cli/complain.h"
 #include "cli/database.h"
-#include "cli/host.h"
-#include "cli/temp_files.h"
+#include "cli/result_file.h"
 #include "elf/elf_file.h"
 
 namespace scan695::cli {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr char HELP[] = R"(scan695 elf - a program as an ELF file
 
@@ -45,26 +38,15 @@ int Fail(const std::string& file, const std::string& what) {
 
 int Run(const Options& options) {
     if (const char* why = elf::WhyNot()) return Fail(options.out, why);
+    ResultFile result;
+    if (const auto cause = OpenResult(options.file, options.out, result)) {
+        return Fail(options.file, *cause);
+    }
     const auto fst = OpenDatabase(options.file);
     if (!fst) return FAILED;
-
-    std::error_code failure;
-    const fs::path final_path = fs::weakly_canonical(options.out, failure);
-    std::string path;
-    const int descriptor = CreateTempFile(final_path.parent_path().string(), false, path);
-    if (descriptor == -1) return Fail(options.out, "cannot create: " + ErrorText(errno));
     std::string error;
-    const bool is_written = elf::Write(*fst, descriptor, error);
-    if (!CloseDescriptor(descriptor) || !is_written) {
-        RemoveTempFile(path);
-        return Fail(options.out, is_written ? ErrorText(errno) : error);
-    }
-    fs::rename(path, final_path, failure);
-    if (failure) {
-        RemoveTempFile(path);
-        return Fail(options.out, "cannot replace the output: " + failure.message());
-    }
-    KeepTempFile(path);
+    if (!elf::Write(*fst, result.descriptor, error)) return Fail(options.file, error);
+    if (const auto cause = DeliverResult(result)) return Fail(options.file, *cause);
     return DONE;
 }
 

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <vector>
 
+#include "cli/cleanup.h"
 #include "cli/host.h"
-#include "cli/temp_files.h"
+#include "cli/places.h"
+#include "cli/staging.h"
 
 namespace scan695::cli {
 
@@ -16,55 +16,120 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int MAX_LINKS = 40;
 constexpr size_t COPY_BYTES = size_t{256} * 1024;
+constexpr char INCOMPLETE[] = "the file is incomplete";
 
-Problem LastError(const std::string& task) {
-    return {task + ": " + ErrorText(errno)};
+std::string ShownName(const std::string& name) {
+    return name == "-" ? "standard output" : name;
 }
 
-Problem Failure(const std::string& task, const std::error_code& error) {
-    return {task + ": " + error.message()};
+std::string LastFailure(const std::string& name) {
+    return WriteFailure(name, ErrorText(errno));
 }
 
-// Follows a chain of links to the name of the file at its end, which need not exist.
-std::error_code FollowLinks(fs::path& path) {
-    std::error_code error;
-    for (int i = 0; i < MAX_LINKS; ++i) {
-        if (!fs::is_symlink(fs::symlink_status(path, error))) return {};
-        const fs::path target = fs::read_symlink(path, error);
-        if (error) return error;
-        path = target.is_absolute() ? target : path.parent_path() / target;
-    }
-    return std::make_error_code(std::errc::too_many_symbolic_link_levels);
-}
-
-std::optional<Problem> OpenRegular(const std::string& out, bool exists, Output& output) {
-    fs::path path = out;
-    if (const std::error_code error = FollowLinks(path)) return Failure("cannot create", error);
-    if (path.filename().empty()) return Problem{"cannot create: not the name of a file"};
-    output.final_path = path.string();
-    if (exists && !CanWrite(output.final_path.c_str())) return LastError("cannot write");
-
-    const int descriptor = CreateTempFile(path.parent_path().string(), false, output.library_path);
-    if (descriptor == -1) return LastError("cannot create");
-    CloseDescriptor(descriptor);
+std::optional<std::string> OpenStream(const std::string& name, Output& output) {
+    output.descriptor = name == "-" ? STANDARD_OUTPUT : OpenForAppending(name);
+    if (output.descriptor == -1) return LastFailure(name);
+    MakeBinary(output.descriptor);
     return {};
 }
 
-std::optional<Problem> OpenCopy(const std::string& out, Output& output) {
-    output.descriptor = out == "-" ? Duplicate(STANDARD_OUTPUT) : OpenForWriting(out.c_str());
-    if (output.descriptor == -1) return LastError("cannot write");
-    MakeBinary(output.descriptor);
-    const int descriptor = CreateTempFile(output.library_path);
-    if (descriptor == -1) return LastError("cannot create a temporary file");
-    CloseDescriptor(descriptor);
+std::optional<std::string> CopyBytes(const std::string& path, int target, const std::string& name) {
+    const int source = OpenForReading(path);
+    if (source == -1) return LastFailure(name);
+    std::vector<char> buffer(COPY_BYTES);
+    std::optional<std::string> cause;
+    while (!cause) {
+        const long count = ReadSome(source, buffer.data(), buffer.size());
+        if (count == 0) break;
+        if (count < 0 || !WriteAll(target, buffer.data(), static_cast<size_t>(count))) {
+            cause = LastFailure(name);
+        }
+    }
+    CloseDescriptor(source);
+    return cause;
+}
+
+std::optional<std::string> CopyToStream(Output& output) {
+    auto cause = CopyBytes(output.staged, output.descriptor, output.name);
+    if (!cause && !CanBeClosed(output.descriptor)) cause = LastFailure(output.name);
+    return cause;
+}
+
+// A file that was made on another file system gets a copy beside its place.
+std::optional<std::string> StageBeside(Output& output) {
+    const std::string copy = ToText(ToPath(FolderOf(output)) / HiddenName());
+    Guard(copy);
+    const int target = CreateNew(copy);
+    std::optional<std::string> cause;
+    if (target == -1) {
+        cause = LastFailure(output.name);
+    } else {
+        cause = CopyBytes(output.staged, target, output.name);
+        if (!CloseDescriptor(target) && !cause) cause = LastFailure(output.name);
+    }
+    output.staged = copy;
+    return cause;
+}
+
+std::optional<std::string> Prepare(Output& output) {
+    if (output.final_path.empty()) return {};
+    if (StatusOf(output.staged).device != StatusOf(FolderOf(output)).device) {
+        if (auto cause = StageBeside(output)) return cause;
+    }
+    std::error_code error;
+    const fs::file_status old = fs::status(ToPath(output.final_path), error);
+    output.is_new = !fs::exists(old);
+    if (!output.is_new) fs::permissions(ToPath(output.staged), old.permissions(), error);
+    return {};
+}
+
+// Gives the older file a second name, under which it can come back.
+bool KeepOlder(Output& output) {
+    if (output.is_new) return true;
+    output.second_name = ToText(ToPath(FolderOf(output)) / HiddenName());
+    std::error_code error;
+    fs::create_hard_link(ToPath(output.final_path), ToPath(output.second_name), error);
+    if (error) fs::rename(ToPath(output.final_path), ToPath(output.second_name), error);
+    if (error) output.second_name.clear();
+    return !error;
+}
+
+void BringBack(const Output& output) {
+    std::error_code error;
+    if (output.is_new) fs::remove(ToPath(output.final_path), error);
+    if (output.second_name.empty()) return;
+    fs::rename(ToPath(output.second_name), ToPath(output.final_path), error);
+    if (!error) RemoveFile(output.second_name.c_str());  // two names of one file are left alone
+}
+
+// What is moved last never has to come back.
+std::error_code MoveOne(Output& output, bool is_last) {
+    std::error_code error;
+    if (!is_last && !KeepOlder(output)) return {EACCES, std::generic_category()};
+    fs::rename(ToPath(output.staged), ToPath(output.final_path), error);
+    if (error && !output.second_name.empty()) BringBack(output);
+    return error;
+}
+
+// The steps that must not be left half done: a signal waits for their end.
+std::optional<std::string> MoveAll(const std::vector<Output*>& outputs) {
+    const HoldSignals hold;
+    for (size_t i = 0; i < outputs.size(); ++i) {
+        const std::error_code error = MoveOne(*outputs[i], i + 1 == outputs.size());
+        if (!error) continue;
+        for (size_t moved = 0; moved < i; ++moved) BringBack(*outputs[moved]);
+        return WriteFailure(outputs[i]->name, error.message());
+    }
+    for (const Output* output : outputs) {
+        if (!output->second_name.empty()) RemoveFile(output->second_name.c_str());
+    }
     return {};
 }
 
 // A complete STF file ends with the last line of a record. Only comment lines can follow it.
-bool IsComplete(const std::string& path) {
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
+bool HasEnd(const std::string& path) {
+    std::ifstream file(ToPath(path), std::ios::binary | std::ios::ate);
     auto end = static_cast<std::streamoff>(file.tellg());
     std::string tail;
     while (file && end > 0) {
@@ -91,100 +156,94 @@ bool IsComplete(const std::string& path) {
 }
 
 // A file that was cut off ends with a whole record once in a while. Then the disk is still full.
-bool HasRoom(const std::string& path) {
-    std::error_code error;
-    const std::uintmax_t size = fs::file_size(path, error);
-    std::FILE* file = std::fopen(path.c_str(), "ab");
-    if (error || file == nullptr) return false;
-    const bool is_written = std::fputc('\n', file) != EOF;
-    const bool is_closed = std::fclose(file) == 0;
-    fs::resize_file(path, size, error);
-    return is_written && is_closed && !error;
-}
-
-std::optional<Problem> CopyOut(const Output& output) {
-    const int source = OpenForReading(output.library_path.c_str());
-    if (source == -1) return LastError("cannot read the temporary file");
-    std::vector<char> buffer(COPY_BYTES);
-    std::optional<Problem> problem;
-    for (;;) {
-        const long count = ReadSome(source, buffer.data(), buffer.size());
-        if (count < 0) problem = LastError("cannot read the temporary file");
-        if (count <= 0) break;
-        if (!WriteAll(output.descriptor, buffer.data(), static_cast<size_t>(count))) {
-            problem = LastError("cannot write the output");
-            break;
-        }
-    }
-    CloseDescriptor(source);
-    if (!CloseDescriptor(output.descriptor) && !problem) {
-        problem = LastError("cannot write the output");
-    }
-    RemoveTempFile(output.library_path);
-    return problem;
-}
-
-std::optional<Problem> MoveOut(const Output& output) {
-    std::error_code error;
-    const fs::file_status old = fs::status(output.final_path, error);
-    if (fs::is_regular_file(old)) {
-        fs::permissions(output.library_path, old.permissions(), error);
-    }
-    fs::rename(output.library_path, output.final_path, error);
-    if (error) return Failure("cannot replace the output", error);
-    KeepTempFile(output.library_path);
-    return {};
+// 0 or an error number.
+int ErrorOfMore(const std::string& path, size_t size) {
+    const int descriptor = OpenForAppending(path);
+    if (descriptor == -1) return errno;
+    const uint64_t old_size = StatusOf(descriptor).size;
+    int error = WriteAll(descriptor, std::string(size, '\n').data(), size) ? 0 : errno;
+    if (!CloseDescriptor(descriptor) && error == 0) error = errno;
+    std::error_code failure;
+    fs::resize_file(ToPath(path), old_size, failure);
+    return error == 0 ? failure.value() : error;
 }
 
 }  // namespace
 
-std::optional<Problem> OpenOutput(const std::string& out, const std::string& input,
-                                  Output& output) {
-    std::error_code error;
-    const bool is_input = out == "-" ? IsOpenAs(STANDARD_OUTPUT, input.c_str())
-                                     : fs::equivalent(out, input, error) && !error;
-    if (is_input) return Problem{"the output is the input file itself", true};
-    if (out == "-") return OpenCopy(out, output);
-
-    const fs::file_status status = fs::status(out, error);
-    switch (status.type()) {
-        case fs::file_type::not_found:
-            return OpenRegular(out, false, output);
-        case fs::file_type::regular:
-            return OpenRegular(out, true, output);
-        case fs::file_type::none:
-            return Failure("cannot create", error);
-        case fs::file_type::directory:
-            return Failure("cannot create", std::make_error_code(std::errc::is_a_directory));
-        default:
-            return OpenCopy(out, output);
-    }
+std::string WriteFailure(const std::string& name, const std::string& reason) {
+    return "cannot write " + ShownName(name) + ": " + reason;
 }
 
-std::optional<Problem> FinishOutput(const Output& output) {
-    if (!IsComplete(output.library_path) || !HasRoom(output.library_path)) {
-        return Problem{"the output is incomplete (is the disk full?)"};
+std::optional<std::string> OpenOutput(const std::string& name, Output& output) {
+    output = {};
+    output.name = name;
+    if (name == "-") return OpenStream(name, output);
+    const FileStatus status = StatusOf(name);
+    switch (status.kind) {
+        case FileKind::DIRECTORY:
+            return WriteFailure(name, ErrorText(EISDIR));
+        case FileKind::DEVICE:
+        case FileKind::OTHER:
+            return OpenStream(name, output);
+        case FileKind::MISSING:
+            if (errno != ENOENT) return LastFailure(name);
+            break;
+        case FileKind::REGULAR:
+            if (!CanWrite(name)) return LastFailure(name);
+            break;
     }
-    return output.descriptor == -1 ? MoveOut(output) : CopyOut(output);
+    output.final_path = EndOfLinks(name);
+    if (ToPath(output.final_path).filename().empty()) return WriteFailure(name, ErrorText(EISDIR));
+    if (!CanWrite(FolderOf(output))) return LastFailure(name);
+    return {};
 }
 
-std::string DefaultOutput(const std::string& input) {
-    return input == "-" ? "-" : fs::path(input).replace_extension(".stf").string();
+std::string FolderOf(const Output& output) {
+    const fs::path folder = ToPath(output.final_path).parent_path();
+    return folder.empty() ? "." : ToText(folder);
 }
 
-bool IsFstFileOf(const std::string& input, const std::string& out) {
-    const fs::path source = input;
-    const fs::path target = out;
-    std::string name = source.stem().string();
-    for (char& c : name) {
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+void CloseOutput(Output& output) {
+    if (output.descriptor > STANDARD_ERROR) CloseDescriptor(output.descriptor);
+    output.descriptor = -1;
+    if (output.staged.empty()) return;
+    RemoveFile(output.staged.c_str());
+    Release(output.staged);
+}
+
+std::optional<std::string> CheckStf(const std::string& path, const std::string& name) {
+    if (const int error = ErrorOfMore(path, 1)) return WriteFailure(name, ErrorText(error));
+    if (!HasEnd(path)) return WriteFailure(name, INCOMPLETE);
+    return {};
+}
+
+std::string WhyNoRoom(const std::string& folder) {
+    constexpr size_t PROBE_BYTES = size_t{64} * 1024;
+    const std::string path = ToText(ToPath(folder) / "probe");
+    Guard(path);
+    const int descriptor = CreateNew(path);
+    int error = errno;
+    if (descriptor != -1) {
+        CloseDescriptor(descriptor);
+        error = ErrorOfMore(path, PROBE_BYTES);
     }
-    const auto directory = [](const fs::path& path) {
-        return path.has_parent_path() ? path.parent_path() : fs::path(".");
-    };
-    std::error_code error;
-    return target.filename() == name + ".FST" &&
-           fs::equivalent(directory(source), directory(target), error);
+    RemoveFile(path.c_str());
+    Release(path);
+    return error == 0 ? INCOMPLETE : ErrorText(error);
+}
+
+std::optional<std::string> Deliver(std::vector<Output>& outputs) {
+    std::vector<Output*> regular;
+    for (Output& output : outputs) {
+        if (auto cause = Prepare(output)) return cause;
+        if (!output.final_path.empty()) regular.push_back(&output);
+    }
+    // What is copied cannot be taken back, and what is moved can.
+    for (Output& output : outputs) {
+        if (!output.final_path.empty()) continue;
+        if (auto cause = CopyToStream(output)) return cause;
+    }
+    return MoveAll(regular);
 }
 
 }  // namespace scan695::cli

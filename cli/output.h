@@ -1,37 +1,44 @@
-// The output of a conversion. The library writes to a temporary file, and what is named OUT is
-// touched only when that file is complete: a regular file is replaced by it in one step, anything
-// else (standard output, a device, a pipe) gets a copy of its bytes.
+// The outputs of a conversion. The library writes to private files, and what the user named is
+// touched only when all of them are complete: a regular file is created or replaced in one step,
+// anything else (standard output, a device, a pipe) gets a copy of the bytes.
 #pragma once
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace scan695::cli {
 
 struct Output {
-    std::string library_path;  // the temporary file
-    std::string final_path;    // the regular file to replace or create; empty for a copy
-    int descriptor = -1;       // where the copy goes; -1 for a regular file
+    std::string name;        // as the user wrote it; "-" is standard output
+    std::string final_path;  // the regular file to create or replace; empty for a copy
+    int descriptor = -1;     // where a copy goes
+
+    std::string staged;       // the file with the finished bytes, on the file system of final_path
+    std::string second_name;  // of an older file at final_path, as long as it may have to come back
+    bool is_new = false;      // nothing was at final_path
 };
 
-// What stands in the way, and whether the command line is to blame for it.
-struct Problem {
-    std::string what;
-    bool is_usage = false;
-};
+// What to say when an output cannot be written: "cannot write OUT: reason".
+std::string WriteFailure(const std::string& name, const std::string& reason);
 
-// Finds out what `out` is ("-" is standard output) and makes sure that it can be written, without
-// touching it. `out` must not be the same file as `input`.
-std::optional<Problem> OpenOutput(const std::string& out, const std::string& input, Output& output);
+// Finds out what `name` is and whether it can be written, without touching it. Gives the cause of a
+// failure.
+std::optional<std::string> OpenOutput(const std::string& name, Output& output);
 
-// Checks that the temporary file is complete and moves it to its place. The library does not notice
-// a failed write, so a file that is cut off shows here for the first time.
-std::optional<Problem> FinishOutput(const Output& output);
+// The folder of final_path.
+std::string FolderOf(const Output& output);
 
-// The default name of the output: the input's with the extension .stf, or "-" for "-".
-std::string DefaultOutput(const std::string& input);
+// Gives up what has not been delivered.
+void CloseOutput(Output& output);
 
-// True if a debug conversion of `input` would put its FST file in the place of `out`.
-bool IsFstFileOf(const std::string& input, const std::string& out);
+// Checks that a staged STF file is complete: the library does not notice a failed write.
+std::optional<std::string> CheckStf(const std::string& path, const std::string& name);
+
+// Why nothing can be written in the folder; a general answer if something can.
+std::string WhyNoRoom(const std::string& folder);
+
+// Brings the staged files to their places, all or none. Gives the cause of a failure.
+std::optional<std::string> Deliver(std::vector<Output>& outputs);
 
 }  // namespace scan695::cli

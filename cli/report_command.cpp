@@ -1,25 +1,18 @@
 #include "cli/report_command.h"
 
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <iostream>
 #include <memory>
 #include <sstream>
 #include <vector>
 
 #include "cli/complain.h"
 #include "cli/database.h"
-#include "cli/host.h"
-#include "cli/temp_files.h"
+#include "cli/result_file.h"
 #include "inspector/json.h"
 #include "inspector/tables.h"
 #include "page/page.h"
 
 namespace scan695::cli {
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -55,59 +48,23 @@ std::string Document(const inspector::Fst& fst) {
     return std::move(document).str();
 }
 
-int Fail(const std::string& out, const std::string& what) {
-    Complain(out, what);
+int Fail(const std::string& file, const std::string& what) {
+    Complain(file, what);
     return FAILED;
 }
 
-// Gives false with errno set.
-bool WriteFile(const std::string& path, const std::string& document) {
-    errno = 0;
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    if (file) page::WritePage(document, file);
-    file.close();
-    return !file.fail();
-}
-
-// A regular file is replaced when the new one is complete.
-int ReplaceFile(const std::string& out, const std::string& document) {
-    std::error_code failure;
-    const fs::path final_path = fs::weakly_canonical(out, failure);
-    std::string path;
-    const int descriptor = CreateTempFile(final_path.parent_path().string(), false, path);
-    if (descriptor == -1) return Fail(out, "cannot create: " + ErrorText(errno));
-    CloseDescriptor(descriptor);
-    if (!WriteFile(path, document)) {
-        const int error = errno;
-        RemoveTempFile(path);
-        return Fail(out, "cannot write: " + ErrorText(error));
-    }
-    fs::rename(path, final_path, failure);
-    if (failure) {
-        RemoveTempFile(path);
-        return Fail(out, "cannot replace the output: " + failure.message());
-    }
-    KeepTempFile(path);
-    return DONE;
-}
-
 int Run(const Options& options) {
-    if (options.out.empty()) throw UsageError{"OUT is empty"};
-    std::error_code error;
-    if (fs::equivalent(options.file, options.out, error)) {
-        throw UsageError{"OUT is FILE itself"};
+    ResultFile result;
+    if (const auto cause = OpenResult(options.file, options.out, result)) {
+        return Fail(options.file, *cause);
     }
     const auto fst = OpenDatabase(options.file);
     if (!fst) return FAILED;
-    const std::string document = Document(*fst);
-    if (options.out == "-") {
-        page::WritePage(document, std::cout);
-        return FlushOutput(DONE);
-    }
-    const bool is_device =
-        fs::exists(options.out, error) && !fs::is_regular_file(options.out, error);
-    if (!is_device) return ReplaceFile(options.out, document);
-    return WriteFile(options.out, document) ? DONE : Fail(options.out, ErrorText(errno));
+    std::ostringstream text;
+    page::WritePage(Document(*fst), text);
+    auto cause = WriteResult(result, text.view());
+    if (!cause) cause = DeliverResult(result);
+    return cause ? Fail(options.file, *cause) : DONE;
 }
 
 Action Declare(CLI::App& app) {
