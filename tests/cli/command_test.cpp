@@ -71,7 +71,7 @@ TEST(Command, SignalsEndItAtOnceWithNothingLeftBehind) {
         "scan695 big.abs",
         "scan695 big.abs --debug",
         "scan695 big.abs -o - --fst b.fst",
-        "scan695 -j 3 big.abs none none -q",
+        "scan695 -j 3 big.abs none nix -q",
         "scan695 show big.abs",
         "scan695 check big.abs",
     };
