@@ -12,9 +12,12 @@ namespace {
 std::optional<inspector::Fst> Load(const std::string& file, const std::string& path) {
     inspector::Fst fst;
     std::string error;
-    if (inspector::Load(path, fst, error)) return fst;
-    Complain(file, error);
-    return {};
+    if (!inspector::Load(path, fst, error)) {
+        Complain(file, error);
+        return {};
+    }
+    fst.path = file == "-" ? "" : file;  // answers name what was asked about, not a copy of it
+    return fst;
 }
 
 std::optional<inspector::Fst> Convert(const std::string& file, const std::string& path) {

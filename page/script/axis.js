@@ -2,6 +2,8 @@
 // stands take few of them. Unfolded, the whole address space is one segment of its own length.
 
 const FOLDED_SHARE = 0.012;  // of all occupied bytes: what a folded gap takes
+const TICK_DISTANCE = 110;   // pixels between ticks, about
+const MOST_SEGMENTS = 200;   // that ticks are tried for
 
 // Stretches that hold anything, with small gaps between neighbours closed.
 function occupiedAreas() {
@@ -66,4 +68,34 @@ class Axis {
         const offset = (unit - segment.start) / segment.length * (segment.end - segment.begin);
         return Math.min(Math.floor(segment.begin + offset), model.space - 1);
     }
+}
+
+// Ticks {at, x} for the addresses from `from` to `to`, as far as there is room for their labels:
+// the begins of segments, the longest first, then round addresses between them.
+function tickPlaces(axis, from, to, xOf, {left, right, label}) {
+    const places = [];
+    const offer = (at) => {
+        const x = xOf(at);
+        if (x < left - 1 || x > right - label) return;
+        if (places.every((place) => Math.abs(place.x - x) > label)) places.push({at, x});
+    };
+    const segments = axis.segments
+        .filter((segment) => !segment.isGap && segment.end > from && segment.begin <= to)
+        .sort((a, b) => b.length - a.length).slice(0, MOST_SEGMENTS);
+    for (const segment of segments) offer(Math.max(segment.begin, from));
+    for (const segment of segments) {
+        const begin = Math.max(segment.begin, from);
+        const end = Math.min(segment.end, to + 1);
+        const pixels = xOf(end - 1) - xOf(begin);
+        for (const at of roundAddresses(begin, end, pixels / TICK_DISTANCE)) offer(at);
+    }
+    return places;
+}
+
+// Multiples of a power of two in [begin, end), about as many as wanted.
+function roundAddresses(begin, end, wanted) {
+    const step = 2 ** Math.max(2, Math.ceil(Math.log2((end - begin) / Math.max(1, wanted))));
+    const addresses = [];
+    for (let at = Math.ceil(begin / step) * step; at < end; at += step) addresses.push(at);
+    return addresses;
 }

@@ -232,9 +232,9 @@ function moduleDetails(module) {
                      link("#lines" + query, plural(module.nof_lines, "line")), " \u00b7 ",
                      link("#sizes/" + module.record, "sizes")]],
         ]),
-        part("Ranges", smallTable(["Address", "Size", ""], ranges.slice(0, MOST_LINKS).map((range) =>
-            [addressLink(range.address), count(range.size), mapLink(range.address, range.size)]),
-            [1])),
+        part("Ranges", smallTable(["Address", "Size", ""],
+            ranges.slice(0, MOST_LINKS).map((range) => [addressLink(range.address),
+                count(range.size), mapLink(range.address, range.size)]), [1])),
         part("Functions", linkList(functions, functionLink, "#functions" + query)),
         part("Variables", linkList(variables, symbolLink, "#symbols" + query)),
     ];

@@ -28,10 +28,26 @@ function svg(tag, attributes, ...children) {
     return node;
 }
 
-function button(text, label, onClick, attributes) {
-    return el("button", {type: "button", "aria-label": label, title: label, click: onClick,
-                         ...attributes}, text);
+function text(content, x, y, name) {
+    const node = svg("text", {x, y, class: name});
+    node.textContent = content;
+    return node;
 }
+
+// What stands for nothing: gaps of the map, holes in a struct.
+function hatchPattern(id) {
+    return svg("defs", {}, svg("pattern", {id, width: 6, height: 6,
+                                           patternUnits: "userSpaceOnUse",
+                                           patternTransform: "rotate(45)"},
+        svg("line", {x1: 0, x2: 0, y1: 0, y2: 6, class: "hatch"})));
+}
+
+function button(content, label, onClick, attributes) {
+    return el("button", {type: "button", "aria-label": label, title: label, click: onClick,
+                         ...attributes}, content);
+}
+
+const LABEL_CHARACTER = 6.6;  // pixels that a character of a label takes
 
 // Numbers
 

@@ -27,9 +27,9 @@ function applyTheme() {
     const isDark = matchMedia("(prefers-color-scheme: dark)").matches;
     const theme = page.theme || (isDark ? "dark" : "light");
     document.documentElement.dataset.theme = theme;
-    page.themeButton.textContent = theme === "dark" ? "Light" : "Dark";
-    page.themeButton.setAttribute("aria-label",
-                                  "Switch to " + (theme === "dark" ? "light" : "dark") + " colours");
+    const other = theme === "dark" ? "light" : "dark";
+    page.themeButton.textContent = capitalized(other);
+    page.themeButton.setAttribute("aria-label", "Switch to " + other + " colours");
 }
 
 function switchTheme() {

@@ -7,28 +7,6 @@ const LABEL_WIDTH = 84;
 const AXIS_HEIGHT = 26;
 const STRIP_HEIGHT = 12;
 const SMALLEST_WINDOW = 8;  // bytes
-const LABEL_CHARACTER = 6.6;  // pixels that a character of a label takes
-
-const MEMORY_HUES = {code: 205, data: 150};
-
-function mapLanes() {
-    const inner = model.data.blocks.filter((block) => block.kind !== "function" && block.size > 0 &&
-                                                      block.address < model.space).sort(byAddress);
-    const ofModule = (item) => hue(item.module ?? 0);
-    return [
-        {title: "Image", items: model.data.code, hue: (item) => MEMORY_HUES[item.memory] ?? 40,
-         text: (item) => item.memory, link: (item) => "#address/" + hex(item.address)},
-        {title: "Modules", items: model.data.ranges, hue: ofModule,
-         text: (item) => moduleName(item.module), link: (item) => "#module/" + item.module},
-        {title: "Functions", items: model.functions.filter((block) => block.size > 0 &&
-                                                           block.address < model.space),
-         hue: ofModule, text: functionName, link: (item) => "#function/" + item.record},
-        {title: "Blocks", items: inner, hue: ofModule, text: () => "",
-         link: (item) => "#address/" + hex(item.address), nested: true},
-        {title: "Variables", items: model.variables, hue: ofModule,
-         text: (item) => shown(item.name), link: (item) => "#symbol/" + item.record},
-    ];
-}
 
 class MemoryMap {
     constructor() {
@@ -239,34 +217,14 @@ class MemoryMap {
             });
     }
 
-    // Begins of segments first, the longest in front, then round addresses between them, as far as there is room.
     drawTicks(from, to) {
-        const needed = LABEL_CHARACTER * (model.addressDigits + 3);
-        const places = [];
-        const offer = (at) => {
-            const x = this.x(at);
-            if (x < LABEL_WIDTH - 1 || x > LABEL_WIDTH + this.width - needed) return;
-            if (places.every((place) => Math.abs(place.x - x) > needed)) places.push({at, x});
-        };
-        const inSight = this.axis.segments.filter((segment) => !segment.isGap &&
-                                                  segment.end > from && segment.begin <= to);
-        inSight.sort((a, b) => b.length - a.length);
-        for (const segment of inSight.slice(0, 200)) offer(Math.max(segment.begin, from));
-        for (const segment of inSight.slice(0, 200)) this.offerRound(segment, from, to, offer);
-        return places.flatMap(({at, x}) => [
-            svg("line", {class: "tick", x1: x, x2: x, y1: STRIP_HEIGHT + AXIS_HEIGHT - 8,
-                         y2: STRIP_HEIGHT + AXIS_HEIGHT - 2}),
-            text(address(at), x + 3, STRIP_HEIGHT + AXIS_HEIGHT - 4, "ticklabel"),
+        const bottom = STRIP_HEIGHT + AXIS_HEIGHT;
+        const room = {left: LABEL_WIDTH, right: LABEL_WIDTH + this.width,
+                      label: LABEL_CHARACTER * (model.addressDigits + 3)};
+        return tickPlaces(this.axis, from, to, (at) => this.x(at), room).flatMap(({at, x}) => [
+            svg("line", {class: "tick", x1: x, x2: x, y1: bottom - 8, y2: bottom - 2}),
+            text(address(at), x + 3, bottom - 4, "ticklabel"),
         ]);
-    }
-
-    offerRound(segment, from, to, offer) {
-        const begin = Math.max(segment.begin, from);
-        const end = Math.min(segment.end, to + 1);
-        const pixels = this.x(end - 1) - this.x(begin);
-        const wanted = (end - begin) / Math.max(1, pixels / 110);
-        const step = 2 ** Math.max(2, Math.ceil(Math.log2(wanted)));
-        for (let at = Math.ceil(begin / step) * step; at < end; at += step) offer(at);
     }
 
     // Neighbours that share a pixel become one rectangle without a name.
@@ -405,17 +363,4 @@ class MemoryMap {
     openCursor() {
         if (this.cursor !== null) openByKeyboard("#address/" + hex(this.cursor));
     }
-}
-
-function text(content, x, y, name) {
-    const node = svg("text", {x, y, class: name});
-    node.textContent = content;
-    return node;
-}
-
-function hatchPattern(id) {
-    return svg("defs", {}, svg("pattern", {id, width: 6, height: 6,
-                                           patternUnits: "userSpaceOnUse",
-                                           patternTransform: "rotate(45)"},
-        svg("line", {x1: 0, x2: 0, y1: 0, y2: 6, class: "hatch"})));
 }

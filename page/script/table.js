@@ -31,7 +31,8 @@ function compareValues(a, b, sign) {
 
 // Columns: {key, title, width, numeric, text(row), value(row), link(row), title(row)}; `value` is
 // what is sorted by, the text where it is missing.
-// Options: {name, label, columns, rows, sort, descending, open(row), id(row), example, empty, tall}.
+// Options: {name, label, columns, rows, sort, descending, open(row), id(row), example, empty,
+// tall}.
 class Table {
     constructor(options) {
         Object.assign(this, options);
@@ -63,8 +64,9 @@ class Table {
                                    scroll: () => this.schedule()}, this.grid);
         this.status = el("span", {class: "matches", role: "status", "aria-live": "polite"});
         this.input = el("input", {
-            type: "search", class: "query", placeholder: "Search, also " + this.example, spellcheck: "false",
-            autocomplete: "off", "aria-label": "Search " + this.label.toLowerCase(),
+            type: "search", class: "query", placeholder: "Search, also " + this.example,
+            spellcheck: "false", autocomplete: "off",
+            "aria-label": "Search " + this.label.toLowerCase(),
             input: () => this.search(this.input.value),
             keydown: (event) => this.onQueryKey(event),
         });
@@ -253,8 +255,8 @@ class Table {
         for (const row of this.body.children) {
             row.classList.toggle("active", Number(row.dataset.place) === this.active);
         }
-        const isInDocument = this.active >= 0 && document.getElementById(this.name + "-" + this.active);
-        if (isInDocument) this.grid.setAttribute("aria-activedescendant", this.name + "-" + this.active);
+        const id = this.name + "-" + this.active;
+        if (document.getElementById(id)) this.grid.setAttribute("aria-activedescendant", id);
         else this.grid.removeAttribute("aria-activedescendant");
     }
 

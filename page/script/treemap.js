@@ -8,8 +8,9 @@ const MOST_MODULES = 300;
 
 const SIZE_GROUPS = ["all", "code", "constants", "data"];
 
-// Squarified: rows of rectangles along the shorter side, each row closed when another one would make
-// its rectangles longer. `items` {size, ...} come largest first; gives {item, x, y, width, height}.
+// Squarified: rows of rectangles along the shorter side, each row closed when another one would
+// make its rectangles longer. `items` {size, ...} come largest first; gives {item, x, y, width,
+// height}.
 function squarify(items, x, y, width, height) {
     const placed = [];
     let total = sumOf(items);
@@ -89,14 +90,15 @@ class Treemap {
             {"data-group": name}));
         this.allButton = button("\u2190 All modules", "Show all modules",
                                 () => { location.hash = "#sizes"; });
-        this.element = el("section", {class: "panel", id: "sizes", "aria-labelledby": "sizes-title"},
+        this.element = el("section", {class: "panel", id: "sizes",
+                                      "aria-labelledby": "sizes-title"},
             el("div", {class: "panelhead"}, el("h2", {id: "sizes-title"}, "Sizes"), this.total,
                el("div", {class: "buttons", role: "group", "aria-label": "What the sizes count"},
                   this.allButton, this.groupButtons)),
             this.frame, this.readout,
             el("p", {id: "treemap-keys", class: "hint"},
-               "Area is bytes. Click or Enter opens a rectangle, the arrow keys step through them; " +
-               "a module's name shows the module alone."));
+               "Area is bytes. Click or Enter opens a rectangle, the arrow keys step through " +
+               "them; a module's name shows the module alone."));
     }
 
     setGroup(name) {
@@ -113,8 +115,9 @@ class Treemap {
 
     // Groups {module, size, parts} as they are drawn.
     groups(pixels) {
-        const chosen = this.parts.filter((part) => (this.group === "all" ||
-            part.group === this.group) && (this.module === undefined || part.module === this.module));
+        const chosen = this.parts.filter((part) =>
+            (this.group === "all" || part.group === this.group) &&
+            (this.module === undefined || part.module === this.module));
         const limit = sumOf(chosen) / Math.max(1, pixels) * SMALLEST_AREA;
         const groups = [...groupBy(chosen, "module")].map(([module, parts]) => ({
             module, name: moduleName(module), size: sumOf(parts), parts}));
