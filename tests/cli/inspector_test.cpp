@@ -1,5 +1,4 @@
-// The inspector: what it prints, also of the samples as they are converted, and its checks of sound
-// files, odd but legal ones, damaged ones.
+// The inspector: what it prints, and its checks of sound files, odd but legal ones, damaged ones.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -11,7 +10,6 @@
 #include "inspector/verify.h"
 #include "tests/cli/fst_parts.h"
 #include "tests/support/golden.h"
-#include "tests/support/samples.h"
 
 namespace scan695 {
 namespace {
@@ -57,18 +55,6 @@ TEST(Listing, IsGolden) {
     std::ostringstream json;
     inspector::PrintJson(fst, tables, json);
     test::ExpectGolden(json.str(), "cli/golden/listing.json");
-}
-
-// Whole conversions: the STF file, the FST file, and the FST file as a reader sees it.
-TEST(Samples, AreGolden) {
-    for (const std::filesystem::path sample : test::SAMPLES) {
-        const std::string golden = "cli/golden" / sample.stem();
-        const harness::Converted result =
-            harness::ConvertBytes(test::SampleBytes(sample.c_str()), true);
-        test::ExpectGolden(result.stf, golden + ".stf");
-        test::ExpectGolden(result.fst, golden + ".fst");
-        test::ExpectGolden(Printed({result.fst.begin(), result.fst.end()}), golden + ".txt");
-    }
 }
 
 void MakeEmpty(FstParts& parts) {

@@ -62,12 +62,15 @@ std::vector<uint8_t> AllValues() {
     return values;
 }
 
+constexpr size_t MODULE_HEADER = 70;
+
 TEST_P(Damage, EveryByteOfTheHead) {
     const std::vector<uint8_t> whole = SampleBytes(GetParam());
     const bool all = VALUE_STEP == 1 && GetParam() == std::string_view("296sa.abs");
     for (size_t at = 0; at < 200; ++at) {
         std::vector<uint8_t> bytes = whole;
-        for (const uint8_t value : all ? AllValues() : TellingValues(whole[at])) {
+        for (const uint8_t value :
+             all&& at < MODULE_HEADER ? AllValues() : TellingValues(whole[at])) {
             bytes[at] = value;
             ASSERT_TRUE(EndsClearly(bytes, value % 2 == 1)) << at << ": " << int{value};
         }

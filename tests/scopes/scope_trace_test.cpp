@@ -9,12 +9,11 @@ namespace {
 void ExpectTrace(const ScopeCase& file, const std::string& golden) {
     const Converted result = ConvertScopes(file, true);
     EXPECT_EQ(result.status, 0) << result.console;
-    const std::string stf = UnixLines(result.stf);
+    const std::string records = result.stf.substr(result.stf.find("Module.0{"));
     const size_t begin = result.console.find("Begin of Debug Info");
     const size_t end = result.console.find("done.", begin);
-    ExpectGolden(result.console.substr(begin, end - begin) + stf.substr(stf.find("Module.0{")),
-                 golden + ".txt");
-    ExpectGolden(result.fst, golden + ".fst");
+    ExpectGolden(result.console.substr(begin, end - begin) + Folded(records), golden + ".txt");
+    ExpectGoldenBytes(result.fst, golden + ".fst");
 }
 
 TEST(ScopeTrace, C166) {

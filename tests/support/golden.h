@@ -1,8 +1,7 @@
-// Comparison with golden files, named by their path below tests/; SCAN695_RENEW_GOLDEN=1 in the
-// environment writes them anew.
+// Comparison with golden files, named by their path below tests/. A difference shows its first
+// lines and leaves the new file under golden/ in the build folder; SCAN695_RENEW_GOLDEN=1 in the
+// environment writes the golden files anew.
 #pragma once
-
-#include <cstdlib>
 
 #include "tests/support/test.h"
 
@@ -10,10 +9,12 @@ namespace scan695::test {
 
 inline const std::filesystem::path TESTS = SCAN695_SOURCE_DIR "/tests";
 
-inline void ExpectGolden(const std::string& text, const std::string& name) {
-    if (std::getenv("SCAN695_RENEW_GOLDEN") != nullptr)
-        WriteWholeFile(TESTS / name, {text.begin(), text.end()});
-    EXPECT_EQ(text, ReadWholeFile(TESTS / name));
-}
+void ExpectGolden(const std::string& text, const std::string& name);
+void ExpectGoldenBytes(const std::string& bytes, const std::string& name);
+
+// STF text as it stands in golden files: the lines of a record, or of the comments in front of it,
+// fill lines of up to 100 characters; the last line counts those of the text, which all end in
+// CR LF.
+std::string Folded(const std::string& stf);
 
 }  // namespace scan695::test
