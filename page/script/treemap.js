@@ -3,6 +3,7 @@
 // into one rectangle for each module, so nothing is lost from the sums.
 
 const TREEMAP_HEIGHT = 380;
+const EMPTY_HEIGHT = 40;
 const SMALLEST_AREA = 30;     // square pixels of a rectangle of its own
 const MOST_MODULES = 300;
 
@@ -139,11 +140,11 @@ class Treemap {
         const groups = this.groups(width * TREEMAP_HEIGHT);
         const total = sumOf(groups);
         this.leaves = [];
-        this.chart.setAttribute("width", width);
-        this.chart.setAttribute("viewBox", `0 0 ${width} ${TREEMAP_HEIGHT}`);
+        const height = total > 0 ? TREEMAP_HEIGHT : EMPTY_HEIGHT;
+        setAttributes(this.chart, {width, height, viewBox: `0 0 ${width} ${height}`});
         this.chart.replaceChildren(...squarify(groups, 0, 0, width, TREEMAP_HEIGHT)
             .flatMap((place) => this.drawGroup(place)));
-        if (total === 0) this.chart.append(text("Nothing takes any bytes.", 12, 28, "lanetitle"));
+        if (total === 0) this.chart.append(text("Nothing takes any bytes.", 0, 16, "lanetitle"));
         this.showState(total);
     }
 
