@@ -16,7 +16,6 @@ class MemoryMap {
         this.cursor = null;
         this.width = 800;
         this.build();
-        this.foldButton.hidden = this.areas.length === 0;
         this.setAxis();
         new ResizeObserver(() => this.schedule()).observe(this.frame);
     }
@@ -146,12 +145,7 @@ class MemoryMap {
 
     showIdle() {
         this.readout.textContent = this.cursor === null
-            ? this.idleText() : placeText(placeOf(this.cursor));
-    }
-
-    idleText() {
-        return this.areas.length > 0 ? "Point at the map to see what is there."
-                                     : "Nothing stands in the memory of this program.";
+            ? "Point at the map to see what is there." : placeText(placeOf(this.cursor));
     }
 
     // Drawing
@@ -179,7 +173,8 @@ class MemoryMap {
         const width = this.width + LABEL_WIDTH;
         const from = this.axis.addressOf(this.view.begin);
         const to = this.axis.addressOf(this.view.end);
-        setAttributes(this.chart, {width, viewBox: `0 0 ${width} ${this.height()}`});
+        this.chart.setAttribute("width", width);
+        this.chart.setAttribute("viewBox", `0 0 ${width} ${this.height()}`);
         this.chart.replaceChildren(hatchPattern("map-gap"), ...this.drawStrip(from, to, width),
                                    ...this.drawGaps(), ...this.drawTicks(from, to),
                                    ...this.lanes.flatMap((lane, i) =>

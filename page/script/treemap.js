@@ -3,7 +3,6 @@
 // into one rectangle for each module, so nothing is lost from the sums.
 
 const TREEMAP_HEIGHT = 380;
-const EMPTY_HEIGHT = 40;
 const SMALLEST_AREA = 30;     // square pixels of a rectangle of its own
 const MOST_MODULES = 300;
 
@@ -140,11 +139,11 @@ class Treemap {
         const groups = this.groups(width * TREEMAP_HEIGHT);
         const total = sumOf(groups);
         this.leaves = [];
-        const height = total > 0 ? TREEMAP_HEIGHT : EMPTY_HEIGHT;
-        setAttributes(this.chart, {width, height, viewBox: `0 0 ${width} ${height}`});
+        this.chart.setAttribute("width", width);
+        this.chart.setAttribute("viewBox", `0 0 ${width} ${TREEMAP_HEIGHT}`);
         this.chart.replaceChildren(...squarify(groups, 0, 0, width, TREEMAP_HEIGHT)
             .flatMap((place) => this.drawGroup(place)));
-        if (total === 0) this.chart.append(text("Nothing takes any bytes.", 0, 16, "lanetitle"));
+        if (total === 0) this.chart.append(text("Nothing takes any bytes.", 12, 28, "lanetitle"));
         this.showState(total);
     }
 
