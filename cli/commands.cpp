@@ -10,9 +10,13 @@
 #include "cli/check_command.h"
 #include "cli/complain.h"
 #include "cli/convert_command.h"
+#include "cli/diff_command.h"
 #include "cli/elf_command.h"
+#include "cli/find_command.h"
 #include "cli/report_command.h"
 #include "cli/show_command.h"
+#include "cli/size_command.h"
+#include "cli/type_command.h"
 #include "cli/verify_command.h"
 
 namespace scan695::cli {
@@ -22,7 +26,8 @@ namespace {
 // In the order of the help.
 constexpr const Command* COMMANDS[] = {
     &CONVERT_COMMAND,  // the default
-    &CHECK_COMMAND,   &SHOW_COMMAND, &VERIFY_COMMAND, &ELF_COMMAND, &REPORT_COMMAND,
+    &CHECK_COMMAND,   &SHOW_COMMAND,   &FIND_COMMAND, &TYPE_COMMAND,   &SIZE_COMMAND,
+    &DIFF_COMMAND,    &VERIFY_COMMAND, &ELF_COMMAND,  &REPORT_COMMAND,
 };
 
 #define SCAN695_TEXT_OF(x) #x

@@ -13,14 +13,6 @@ void WriteCell(JsonWriter& json, const Cell& cell) {
     json.Value(cell.number);
 }
 
-void WriteCells(JsonWriter& json, const std::vector<Column>& columns, const Cells& cells) {
-    for (size_t i = 0; i < cells.size(); ++i) {
-        if (!columns[i].is_in_json) continue;
-        json.Key(columns[i].name);
-        WriteCell(json, cells[i]);
-    }
-}
-
 void WriteHeader(const Fst& fst, JsonWriter& json) {
     json.Key("header").BeginObject();
     for (const HeaderItem& item : HeaderItems(fst)) {
@@ -56,8 +48,15 @@ void WriteSections(const Fst& fst, JsonWriter& json) {
 
 }  // namespace
 
-void WriteRow(JsonWriter& json, const Table& table, const Row& row) {
-    json.BeginObject();
+void WriteCells(JsonWriter& json, const std::vector<Column>& columns, const Cells& cells) {
+    for (size_t i = 0; i < cells.size(); ++i) {
+        if (!columns[i].is_in_json) continue;
+        json.Key(columns[i].name);
+        WriteCell(json, cells[i]);
+    }
+}
+
+void WriteMembers(JsonWriter& json, const Table& table, const Row& row) {
     WriteCells(json, table.columns, row.cells);
     for (size_t i = 0; i < table.details.size(); ++i) {
         json.Key(table.details[i].name).BeginArray();
@@ -68,6 +67,11 @@ void WriteRow(JsonWriter& json, const Table& table, const Row& row) {
         }
         json.End();
     }
+}
+
+void WriteRow(JsonWriter& json, const Table& table, const Row& row) {
+    json.BeginObject();
+    WriteMembers(json, table, row);
     json.End();
 }
 

@@ -15,5 +15,8 @@ void PrintJson(const Fst& fst, const std::vector<const Table*>& tables, std::ost
 
 // One row as an object, for the answers that tell of the same things.
 void WriteRow(JsonWriter& json, const Table& table, const Row& row);
+// Its members alone, into an object that has others.
+void WriteMembers(JsonWriter& json, const Table& table, const Row& row);
+void WriteCells(JsonWriter& json, const std::vector<Column>& columns, const Cells& cells);
 
 }  // namespace scan695::inspector

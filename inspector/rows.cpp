@@ -19,7 +19,27 @@ Cell SourceCell(const Fst& fst, int32_t module) {
     return record ? NameCell(fst, record->source_offs) : Cell{};
 }
 
-// An offset in a stack frame has a sign; addresses and registers have none.
+// Locations of a variable and adjustments of the stack in a function are told apart here.
+std::vector<std::vector<Cells>> Locations(const Fst& fst, const SYMINFO& symbol) {
+    std::vector<std::vector<Cells>> details(2);
+    const uint32_t count = symbol.locinfo_offs == 0 ? 0 : StoredElements(symbol.nof_locs);
+    for (uint32_t i = 0; i < count; ++i) {
+        LOCINFO location;
+        const uint64_t offset = symbol.locinfo_offs + uint64_t{i} * sizeof location;
+        if (!ReadAt(fst, offset, location)) break;
+        Cells cells = LocationCells(fst, location);
+        if (location.exec_mem_type != 0) {
+            details[1].push_back(
+                {cells[0], cells[1], NumberCell(static_cast<int32_t>(location.value))});
+        } else {
+            details[0].push_back(std::move(cells));
+        }
+    }
+    return details;
+}
+
+}  // namespace
+
 Cell ValueCell(uint8_t storage_class, uint32_t value) {
     return storage_class == STORAGE_AUTO ? NumberCell(static_cast<int32_t>(value)) : HexCell(value);
 }
@@ -30,29 +50,14 @@ Cell RegisterCell(const Fst& fst, uint8_t storage_class, uint32_t value) {
     return word.empty() ? Cell{} : TextCell(std::move(word));
 }
 
-// Locations of a variable and adjustments of the stack in a function are told apart here.
-std::vector<std::vector<Cells>> Locations(const Fst& fst, const SYMINFO& symbol) {
-    std::vector<std::vector<Cells>> details(2);
-    const uint32_t count = symbol.locinfo_offs == 0 ? 0 : StoredElements(symbol.nof_locs);
-    for (uint32_t i = 0; i < count; ++i) {
-        LOCINFO location;
-        const uint64_t offset = symbol.locinfo_offs + uint64_t{i} * sizeof location;
-        if (!ReadAt(fst, offset, location)) break;
-        const Cell begin = HexCell(location.beg_address);
-        const Cell end = location.end_address == OPEN_END ? Cell{} : HexCell(location.end_address);
-        if (location.exec_mem_type != 0) {
-            details[1].push_back({begin, end, NumberCell(static_cast<int32_t>(location.value))});
-        } else {
-            details[0].push_back({begin, end, TextCell(StorageWord(location.storage_class)),
-                                  TextCell(MemoryWord(location.mem_type)),
-                                  ValueCell(location.storage_class, location.value),
-                                  RegisterCell(fst, location.storage_class, location.value)});
-        }
-    }
-    return details;
+Cells LocationCells(const Fst& fst, const LOCINFO& location) {
+    return {HexCell(location.beg_address),
+            location.end_address == OPEN_END ? Cell{} : HexCell(location.end_address),
+            TextCell(StorageWord(location.storage_class)),
+            TextCell(MemoryWord(location.mem_type)),
+            ValueCell(location.storage_class, location.value),
+            RegisterCell(fst, location.storage_class, location.value)};
 }
-
-}  // namespace
 
 Cell NameCell(const Fst& fst, uint32_t offset) {
     const auto name = NameAt(fst, offset);
@@ -96,25 +101,33 @@ void SymbolRows(const Fst& fst, const RowSink& sink) {
     }
 }
 
+Row BlockRow(const Fst& fst, uint32_t number, const BLOCKINFO& block) {
+    const auto function = FunctionSymbol(fst, block);
+    const auto symbol = function ? ReadEntry<SYMINFO>(fst, SYMBOLS, *function) : std::nullopt;
+    return {{NumberCell(number), HexCell(block.address), HexCell(block.size),
+             TextCell(block.is_function != 0 ? "function" : "block"),
+             symbol ? NameCell(fst, symbol->name_offs) : Cell{}, Reference(block.parent),
+             Reference(block.module), ModuleNameCell(fst, block.module),
+             NumberCell(block.first_symbol), NumberCell(block.nof_symbols)},
+            {}};
+}
+
 void BlockRows(const Fst& fst, const RowSink& sink) {
     InOrder<BLOCKINFO>(fst, BLOCK_ADDR_INDEX, BLOCKS, [&](uint32_t number, const BLOCKINFO& block) {
-        const auto function = FunctionSymbol(fst, block);
-        const auto symbol = function ? ReadEntry<SYMINFO>(fst, SYMBOLS, *function) : std::nullopt;
-        sink({{NumberCell(number), HexCell(block.address), HexCell(block.size),
-               TextCell(block.is_function != 0 ? "function" : "block"),
-               symbol ? NameCell(fst, symbol->name_offs) : Cell{}, Reference(block.parent),
-               Reference(block.module), ModuleNameCell(fst, block.module),
-               NumberCell(block.first_symbol), NumberCell(block.nof_symbols)},
-              {}});
+        sink(BlockRow(fst, number, block));
     });
+}
+
+Row LineRow(const Fst& fst, uint32_t number, const LINEINFO& line) {
+    return {
+        {NumberCell(number), HexCell(line.address), NumberCell(line.number), Reference(line.module),
+         ModuleNameCell(fst, line.module), SourceCell(fst, line.module)},
+        {}};
 }
 
 void LineRows(const Fst& fst, const RowSink& sink) {
     InOrder<LINEINFO>(fst, GLOBAL_LINE_INDEX, LINES, [&](uint32_t number, const LINEINFO& line) {
-        sink({{NumberCell(number), HexCell(line.address), NumberCell(line.number),
-               Reference(line.module), ModuleNameCell(fst, line.module),
-               SourceCell(fst, line.module)},
-              {}});
+        sink(LineRow(fst, number, line));
     });
 }
 

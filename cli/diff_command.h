@@ -1,0 +1,10 @@
+// scan695 diff: what changed between two programs.
+#pragma once
+
+#include "cli/commands.h"
+
+namespace scan695::cli {
+
+extern const Command DIFF_COMMAND;
+
+}  // namespace scan695::cli

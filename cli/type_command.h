@@ -1,0 +1,10 @@
+// scan695 type: layouts.
+#pragma once
+
+#include "cli/commands.h"
+
+namespace scan695::cli {
+
+extern const Command TYPE_COMMAND;
+
+}  // namespace scan695::cli
