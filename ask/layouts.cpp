@@ -46,7 +46,8 @@ Member MemberOf(const Fst& fst, const FIELDINFO& field) {
 void FindHoles(Layout& layout) {
     std::vector<std::pair<uint64_t, uint64_t>> covered;
     for (const Member& member : layout.members)
-        covered.emplace_back(member.begin_bit, member.begin_bit + member.bits);
+        if (member.bits != 0)
+            covered.emplace_back(member.begin_bit, member.begin_bit + member.bits);
     std::sort(covered.begin(), covered.end());
     const uint64_t end = uint64_t{layout.size} * 8;
     covered.emplace_back(end, end);

@@ -35,7 +35,7 @@ struct Layout {
     std::vector<uint32_t> types;  // the indexes of all types that are laid out like this
     uint32_t size = 0;            // in bytes
     std::vector<Member> members;
-    std::vector<Hole> holes;  // ascending; of a union behind its largest member only
+    std::vector<Hole> holes;  // ascending
     std::string text;         // in C, offsets and sizes in comments, but for the closing line
 };
 

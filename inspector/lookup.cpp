@@ -10,26 +10,24 @@ namespace {
 constexpr int MAX_ATTRIBUTES = 64;    // over one another
 constexpr uint64_t MAX_TWINS = 1000;  // code symbols at one address that are looked at
 
-// The code symbol of the module at an address, in a slice of the symbol address index.
+// The code symbol of the module at an address, in a slice of the symbol address index. One with a
+// type is a function; a label beside it has none.
 std::optional<uint32_t> CodeSymbolAt(const Fst& fst, const Slice& slice, uint32_t address,
-                                     int32_t module) {
+                                     int32_t module, bool has_type) {
     const int8_t memory = MEM_CODE;
     uint64_t end = slice.entry + slice.count;
     uint64_t at = LowerBound(fst, SYMBOL_ADDR_INDEX, slice.entry, end, [&](uint32_t number) {
         const auto symbol = ReadEntry<SYMINFO>(fst, SYMBOLS, number);
         return symbol && std::tie(symbol->mem_type, symbol->value) < std::tie(memory, address);
     });
-    std::optional<uint32_t> found;
     end = std::min(end, at + MAX_TWINS);
     for (; at < end; ++at) {
         const auto number = ReadEntry<uint32_t>(fst, SYMBOL_ADDR_INDEX, at);
         const auto symbol = number ? ReadEntry<SYMINFO>(fst, SYMBOLS, *number) : std::nullopt;
         if (!symbol || symbol->mem_type != memory || symbol->value != address) break;
-        if (symbol->module != module) continue;
-        if (IsRecordType(symbol->type_index)) return number;  // a label beside it has none
-        if (!found) found = number;
+        if (symbol->module == module && IsRecordType(symbol->type_index) == has_type) return number;
     }
-    return found;
+    return {};
 }
 
 }  // namespace
@@ -109,10 +107,15 @@ bool HasAllSymbols(const Fst& fst) {
 std::optional<uint32_t> FunctionSymbol(const Fst& fst, const BLOCKINFO& block) {
     if (block.is_function == 0 || block.module < 0) return {};
     // Global and module symbols stand in front of those of blocks, so they are there in any case.
-    const auto global = CodeSymbolAt(fst, GlobalSlice(fst), block.address, block.module);
-    if (global) return global;
-    return CodeSymbolAt(fst, ModuleSlice(fst, static_cast<uint32_t>(block.module)), block.address,
-                        block.module);
+    const Slice slices[] = {GlobalSlice(fst),
+                            ModuleSlice(fst, static_cast<uint32_t>(block.module))};
+    for (const bool has_type : {true, false}) {
+        for (const Slice& slice : slices) {
+            const auto found = CodeSymbolAt(fst, slice, block.address, block.module, has_type);
+            if (found) return found;
+        }
+    }
+    return {};
 }
 
 }  // namespace scan695::inspector
