@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <map>
 #include <tuple>
-#include <unordered_map>
 
 #include "ask/image.h"
 #include "ask/layouts.h"
@@ -57,9 +56,8 @@ class Side {
     // Of what neither a function nor a variable has.
     uint64_t KeyOfRest() const {
         std::vector<std::pair<uint64_t, uint64_t>> owned;
-        for (const auto& [symbol, block] : functions_)
-            owned.emplace_back(block.record.address,
-                               uint64_t{block.record.address} + block.record.size);
+        for (const BLOCKINFO& block : functions_)
+            owned.emplace_back(block.address, uint64_t{block.address} + block.size);
         for (const Item& item : items_)
             owned.emplace_back(item.symbol.record.value,
                                uint64_t{item.symbol.record.value} + item.size);
@@ -71,11 +69,28 @@ class Side {
 
   private:
     void CollectFunctions() {
-        for (uint32_t i = 0; i < UsableEntries(fst_, inspector::BLOCKS); ++i) {
+        for (uint64_t i = 0; i < UsableEntries(fst_, inspector::BLOCKS); ++i) {
             const auto block = *ReadEntry<BLOCKINFO>(fst_, inspector::BLOCKS, i);
-            if (const auto symbol = inspector::FunctionSymbol(fst_, block))
-                functions_.try_emplace(*symbol, Block{i, block});
+            if (block.is_function != 0) functions_.push_back(block);
         }
+        std::sort(functions_.begin(), functions_.end(),
+                  [](const BLOCKINFO& a, const BLOCKINFO& b) { return Head(a) < Head(b); });
+    }
+
+    static std::tuple<uint32_t, int32_t, uint32_t> Head(const BLOCKINFO& block) {
+        return {block.address, block.module, ~block.size};  // the larger first
+    }
+
+    // What a code symbol is the beginning of.
+    uint32_t SizeOf(const SYMINFO& symbol) const {
+        if (symbol.mem_type != MEM_CODE) return symbol.size;
+        const std::tuple head = {symbol.value, symbol.module, uint32_t{0}};
+        const auto found = std::lower_bound(
+            functions_.begin(), functions_.end(), head,
+            [](const BLOCKINFO& block, const auto& key) { return Head(block) < key; });
+        const bool is_function = found != functions_.end() && found->address == symbol.value &&
+                                 found->module == symbol.module;
+        return is_function ? found->size : symbol.size;
     }
 
     std::string_view FunctionName(int32_t block) const {
@@ -94,10 +109,8 @@ class Side {
                 record.storage_class == STORAGE_GLOBAL || record.storage_class == STORAGE_STATIC;
             if (!has_address || record.mem_type == MEM_REGISTER) return;
             const auto function = places_.FunctionOf(record.block);
-            Item item = {0, types_.Of(record.type_index), symbol, record.size,
+            Item item = {0, types_.Of(record.type_index), symbol, SizeOf(record),
                          function ? static_cast<int32_t>(function->number) : -1};
-            const auto block = functions_.find(symbol.number);
-            if (block != functions_.end()) item.size = block->second.record.size;
             KeyMaker key;
             key.Add(TextAt(fst_, record.name_offs));
             if (record.storage_class == STORAGE_STATIC)
@@ -115,8 +128,8 @@ class Side {
     TypeKeys types_;
     Image image_;
     Places places_;
-    std::unordered_map<uint32_t, Block> functions_;  // by symbol
-    std::vector<Item> items_;                        // by key and address
+    std::vector<BLOCKINFO> functions_;  // by address
+    std::vector<Item> items_;           // by key and address
 };
 
 bool IsSame(const Item& a, const Item& b) {

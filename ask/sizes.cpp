@@ -4,7 +4,7 @@
 #include <tuple>
 
 #include "ask/stretches.h"
-#include "inspector/lookup.h"
+#include "inspector/reader.h"
 
 namespace scan695::ask {
 
@@ -43,7 +43,6 @@ void AddFunctions(const Fst& fst, Sizes& sizes, Owners& owners) {
         const auto block = ReadEntry<BLOCKINFO>(fst, inspector::BLOCKS, number);
         if (!block || block->is_function == 0) continue;
         FunctionSize& function = sizes.functions.emplace_back();
-        function.symbol = inspector::FunctionSymbol(fst, *block);
         function.block = number;
         function.record = *block;
         if (block->module >= 0 && static_cast<size_t>(block->module) < sizes.modules.size())

@@ -44,7 +44,6 @@ struct MemorySize {
 };
 
 struct FunctionSize {
-    std::optional<uint32_t> symbol;
     uint32_t block = 0;
     BLOCKINFO record = {};
     uint64_t code = 0;  // bytes of the image that no function before it has

@@ -1,6 +1,7 @@
 #include "ask/sizes.h"
 #include "inspector/c_text.h"
 #include "inspector/json.h"
+#include "inspector/lookup.h"
 #include "inspector/names.h"
 #include "inspector/rows.h"
 
@@ -68,11 +69,11 @@ void WriteMemories(JsonWriter& json, const Sizes& sizes) {
 void WriteFunctions(JsonWriter& json, const Fst& fst, const Sizes& sizes) {
     json.Key("functions").BeginArray();
     for (const FunctionSize& function : sizes.functions) {
-        const auto symbol = function.symbol ? inspector::ReadEntry<SYMINFO>(fst, inspector::SYMBOLS,
-                                                                            *function.symbol)
-                                            : std::nullopt;
+        const auto number = inspector::FunctionSymbol(fst, function.record);
+        const auto symbol =
+            number ? inspector::ReadEntry<SYMINFO>(fst, inspector::SYMBOLS, *number) : std::nullopt;
         json.BeginObject();
-        json.Member("function", function.symbol);
+        json.Member("function", number);
         TextMember(json, "function_name",
                    symbol ? inspector::NameCell(fst, symbol->name_offs) : inspector::Cell{});
         json.Member("block", function.block);

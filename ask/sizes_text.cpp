@@ -3,6 +3,7 @@
 
 #include "ask/sizes.h"
 #include "inspector/c_text.h"
+#include "inspector/lookup.h"
 #include "inspector/names.h"
 #include "inspector/rows.h"
 
@@ -94,9 +95,9 @@ void PrintFunctions(const Fst& fst, const Sizes& sizes, size_t limit, std::ostre
     uint64_t code = sizes.code_outside_functions;
     for (const FunctionSize& function : sizes.functions) code += function.code;
     PrintFirst(sizes.functions, limit, out, [&](const FunctionSize& function) {
-        const auto symbol = function.symbol ? inspector::ReadEntry<SYMINFO>(fst, inspector::SYMBOLS,
-                                                                            *function.symbol)
-                                            : std::nullopt;
+        const auto number = inspector::FunctionSymbol(fst, function.record);
+        const auto symbol =
+            number ? inspector::ReadEntry<SYMINFO>(fst, inspector::SYMBOLS, *number) : std::nullopt;
         PrintNumbers(out, {function.record.size, function.code, function.lines},
                      (symbol ? NameText(fst, symbol->name_offs) : "?") + "  " +
                          Span(function.record.address, function.record.size) + "  " +

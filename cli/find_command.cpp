@@ -51,9 +51,13 @@ void ForEachQuery(const Options& options, Use use) {
         for (const std::string& text : options.queries) use(ask::ParseQuery(text));
         return;
     }
+    // An answer goes out when no further query is waiting, so that another program can ask one by one.
+    std::ios::sync_with_stdio(false);
+    std::cin.tie(nullptr);
     for (std::string line; std::getline(std::cin, line);) {
         if (line.ends_with('\r')) line.pop_back();
         if (!line.empty()) use(ask::ParseQuery(std::move(line)));
+        if (std::cin.rdbuf()->in_avail() <= 0) std::cout.flush();
     }
 }
 
