@@ -224,7 +224,9 @@ Place Places::At(uint32_t address) {
                      [](const Block& block) { return block.record.is_function != 0; });
     if (function != place.blocks.end()) {
         place.function = *function;
-        if (const auto number = inspector::FunctionSymbol(fst_, function->record))
+        const auto [known, is_new] = symbols_of_blocks_.try_emplace(function->number);
+        if (is_new) known->second = inspector::FunctionSymbol(fst_, function->record);
+        if (const auto number = known->second)
             place.function_symbol =
                 Symbol{*number, *ReadEntry<SYMINFO>(fst_, inspector::SYMBOLS, *number)};
     } else {

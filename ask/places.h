@@ -76,7 +76,8 @@ class Places {
     std::optional<CoverIndex> block_cover_;  // in the order of the block address index
     std::optional<std::vector<Symbol>> variables_;
     std::optional<CoverIndex> variable_cover_;
-    std::unordered_map<uint32_t, std::vector<Symbol>> function_symbols_;
+    std::unordered_map<uint32_t, std::optional<uint32_t>> symbols_of_blocks_;
+    std::unordered_map<uint32_t, std::vector<Symbol>> function_symbols_;  // all within a function
 };
 
 }  // namespace scan695::ask

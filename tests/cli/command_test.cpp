@@ -33,7 +33,8 @@ TEST(Command, DoesAsTheTranscriptsTell) {
 
 TEST(Command, Help) {
     std::string script;
-    for (const char* name : {"", "convert", "check", "show", "verify", "elf", "report"})
+    for (const char* name : {"", "convert", "check", "show", "find", "type", "size", "diff",
+                             "verify", "elf", "report"})
         script += std::string("scan695 ") + name + " --help; echo; ";
     const Sandbox sandbox;
     sandbox.Wait(sandbox.Start(script));
