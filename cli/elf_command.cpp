@@ -12,13 +12,14 @@ namespace scan695::cli {
 
 namespace {
 
-constexpr char HELP[] = R"(scan695 elf - a program as an ELF file
+constexpr char HELP[] = R"(scan695 elf - a program as an ELF file with DWARF
 
 Usage:
   scan695 elf FILE -o OUT.elf
 
 Writes the whole program into OUT.elf, an ELF file for today's debuggers and
-tools: the memory image and the symbols. FILE is an object file or an FST file; "-" is standard input.
+tools: the memory image, the symbols, and scopes, variables, types and source
+lines as DWARF 4. FILE is an object file or an FST file; "-" is standard input.
 OUT.elf is replaced when the new file is complete, and not before.
 
   -o, --output OUT.elf  where the ELF file goes
@@ -59,7 +60,7 @@ Action Declare(CLI::App& app) {
 
 }  // namespace
 
-const Command ELF_COMMAND = {"elf", "FILE -o OUT.elf", "writes a program as an ELF file", HELP,
-                             Declare};
+const Command ELF_COMMAND = {"elf", "FILE -o OUT.elf", "writes a program as an ELF file with DWARF",
+                             HELP, Declare};
 
 }  // namespace scan695::cli

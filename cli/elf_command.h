@@ -1,4 +1,4 @@
-// scan695 elf: a program as an ELF file.
+// scan695 elf: a program as an ELF file with DWARF.
 #pragma once
 
 #include "cli/commands.h"

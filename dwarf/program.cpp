@@ -1,8 +1,5 @@
 #include "dwarf/program.h"
 
-#include <algorithm>
-#include <tuple>
-
 #include "inspector/lookup.h"
 
 namespace scan695::dwarf {
@@ -30,51 +27,17 @@ bool IsFunctionType(const Fst& fst, uint32_t type_index) {
     return found && found->type.type_tag == TAG_FUNCTION;
 }
 
-bool MayNameBlock(const SYMINFO& symbol) {
-    return symbol.storage_class <= STORAGE_STATIC && symbol.mem_type == MEM_CODE &&
-           symbol.block == -1;
-}
-
-// A function and its block are told by module and address alone. Where several symbols stand there,
-// those that have the type of a function come first.
-struct Place {
-    int32_t module;
-    uint32_t address;
-    bool is_untyped;  // of a symbol
-    uint32_t number;
-
-    auto Order() const { return std::tie(module, address, is_untyped, number); }
-    auto Key() const { return std::tie(module, address); }
-    bool operator<(const Place& other) const { return Order() < other.Order(); }
-};
-
+// A function and its block are told by module and address alone, so several blocks may have one
+// symbol.
 void MatchFunctions(Program& program) {
-    std::vector<Place> blocks;
-    std::vector<Place> symbols;
-    for (uint32_t i = 0; i < program.blocks.size(); ++i) {
-        const BLOCKINFO& block = program.blocks[i];
-        if (block.is_function != 0 && block.size != 0)
-            blocks.push_back({block.module, block.address, false, i});
-    }
-    for (uint32_t i = 0; i < program.symbols.size(); ++i) {
-        const SYMINFO& symbol = program.symbols[i];
-        if (!MayNameBlock(symbol)) continue;
-        const bool is_untyped = !IsFunctionType(program.fst, symbol.type_index);
-        symbols.push_back({symbol.module, symbol.value, is_untyped, i});
-    }
-    std::sort(blocks.begin(), blocks.end());
-    std::sort(symbols.begin(), symbols.end());
     program.function_block.assign(program.symbols.size(), NONE);
     program.block_function.assign(program.blocks.size(), NONE);
-    for (size_t b = 0, s = 0; b < blocks.size() && s < symbols.size();) {
-        if (blocks[b].Key() == symbols[s].Key()) {
-            program.function_block[symbols[s].number] = blocks[b].number;
-            program.block_function[blocks[b++].number] = symbols[s++].number;
-        } else if (blocks[b].Key() < symbols[s].Key()) {
-            ++b;
-        } else {
-            ++s;
-        }
+    for (uint32_t i = 0; i < program.blocks.size(); ++i) {
+        if (program.blocks[i].size == 0) continue;  // never closed
+        const auto symbol = inspector::FunctionSymbol(program.fst, program.blocks[i]);
+        if (!symbol || *symbol >= program.symbols.size()) continue;
+        program.block_function[i] = *symbol;
+        if (program.function_block[*symbol] == NONE) program.function_block[*symbol] = i;
     }
 }
 
@@ -87,7 +50,7 @@ SymbolKind KindOf(const Program& program, uint32_t number) {
     if (symbol.storage_class > STORAGE_REGISTER) return SymbolKind::OTHER;
     const bool is_bit_memory = symbol.mem_type == MEM_BIT_LOW || symbol.mem_type == MEM_BIT_HIGH;
     if (is_bit_memory && symbol.type_index == TYPE_BIT) return SymbolKind::BIT;
-    if (IsUntyped(symbol.type_index)) return SymbolKind::LABEL;
+    if (IsUntyped(symbol.type_index) && symbol.locinfo_offs == 0) return SymbolKind::LABEL;
     return IsFunctionType(program.fst, symbol.type_index) ? SymbolKind::FUNCTION
                                                           : SymbolKind::OBJECT;
 }

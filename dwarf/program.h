@@ -31,7 +31,7 @@ struct Program {
     std::vector<BLOCKINFO> blocks;
     std::vector<SYMINFO> symbols;
     std::vector<SymbolKind> kinds;         // of the symbols
-    std::vector<uint32_t> function_block;  // by symbol: the block of a function, or NONE
+    std::vector<uint32_t> function_block;  // by symbol: the first block of a function, or NONE
     std::vector<uint32_t> block_function;  // by block: its symbol, or NONE
     Groups scope_blocks;
     Groups scope_symbols;  // but for functions with a block
@@ -39,6 +39,9 @@ struct Program {
     uint32_t FirstUnit() const { return static_cast<uint32_t>(blocks.size()); }
     uint32_t ProgramUnit() const { return static_cast<uint32_t>(blocks.size() + modules.size()); }
     uint32_t UnitOf(int32_t module) const;
+    bool HasContents(uint32_t scope) const {
+        return !scope_blocks[scope].empty() || !scope_symbols[scope].empty();
+    }
 };
 
 Program ReadProgram(const inspector::Fst& fst);

@@ -1,10 +1,9 @@
 // A table of NUL-terminated texts, each one once: .debug_str, .strtab.
 #pragma once
 
-#include <string>
 #include <string_view>
-#include <unordered_map>
 
+#include "base/hash_table.h"
 #include "dwarf/bytes.h"
 
 namespace scan695::dwarf {
@@ -16,16 +15,24 @@ class StringTable {
 
     uint32_t Offset(std::string_view text) {
         if (text.empty()) return 0;
-        const auto [entry, is_new] = offsets_.try_emplace(std::string(text), Size32(bytes_));
-        if (is_new) PutText(bytes_, text);
-        return entry->second;
+        const uint32_t next = Size32(bytes_);
+        const uint32_t key = HashBytes(text);
+        const auto is_text = [&](uint32_t offset) { return TextAt(offset) == text; };
+        if (const auto offset = offsets_.Find(key, is_text)) return *offset;
+        offsets_.AddNew(key, next, [](uint32_t) { return false; });
+        PutText(bytes_, text);
+        return next;
     }
 
     const Bytes& bytes() const { return bytes_; }
 
   private:
+    std::string_view TextAt(uint32_t offset) const {
+        return reinterpret_cast<const char*>(bytes_.data()) + offset;
+    }
+
     Bytes bytes_;
-    std::unordered_map<std::string, uint32_t> offsets_;
+    HashTable<> offsets_;
 };
 
 }  // namespace scan695::dwarf

@@ -2,9 +2,11 @@
 
 #include <libelf.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
+#include "dwarf/emit.h"
 #include "dwarf/program.h"
 #include "dwarf/strings.h"
 #include "elf/image.h"
@@ -32,6 +34,7 @@ T* Must(T* pointer) {
 struct Contents {
     std::vector<Stretch> image;
     std::vector<Symbol> symbols;
+    std::vector<dwarf::Section> debug;
     std::vector<Elf32_Sym> symbol_table;
     dwarf::StringTable symbol_names;
     dwarf::StringTable section_names;
@@ -103,6 +106,18 @@ void AddImage(Elf* elf, Contents& contents, const inspector::Fst& fst) {
             AddData(Must(elf_getscn(elf, number)), fst.bytes.data() + piece.offset, piece.size,
                     ELF_T_BYTE);
         }
+    }
+}
+
+void AddDebugSections(Elf* elf, Contents& contents) {
+    for (const dwarf::Section& debug : contents.debug) {
+        Elf32_Shdr header = {};
+        header.sh_type = SHT_PROGBITS;
+        if (debug.is_text) {
+            header.sh_flags = SHF_MERGE | SHF_STRINGS;
+            header.sh_entsize = 1;
+        }
+        AddBytes(elf, contents, debug.name, header, debug.bytes);
     }
 }
 
@@ -183,9 +198,10 @@ void FillProgramHeaders(Elf* elf, const Contents& contents, Elf32_Phdr* headers)
 
 void WriteElf(Elf* elf, const dwarf::Program& program, Contents& contents) {
     AddHeader(elf, program);
-    Elf32_Phdr* segments =
-        contents.image.empty() ? nullptr : Must(elf32_newphdr(elf, contents.image.size()));
+    // Without a segment it would be no sound executable: one of an empty image says nothing.
+    Elf32_Phdr* segments = Must(elf32_newphdr(elf, std::max<size_t>(contents.image.size(), 1)));
     AddImage(elf, contents, program.fst);
+    AddDebugSections(elf, contents);
     AddSymbols(elf, contents);
     AddSectionNames(elf, contents);
     if (elf_update(elf, ELF_C_NULL) < 0) throw ElfFailure();
@@ -209,6 +225,7 @@ bool Write(const inspector::Fst& fst, int descriptor, std::string& error) {
         return false;
     }
     contents.symbols = BuildSymbols(program, contents.image);
+    contents.debug = dwarf::Emit(program);
 
     elf_version(EV_CURRENT);
     const std::unique_ptr<Elf, int (*)(Elf*)> elf(elf_begin(descriptor, ELF_C_WRITE, nullptr),

@@ -2,10 +2,9 @@
 
 FILE is an object file or an FST file; FOLDER is made anew."""
 import pathlib
-import shutil
 import sys
 
-from program import Program, run
+from program import open_programs, run
 
 
 def read_hex(text):
@@ -63,25 +62,27 @@ def check_symbols(program):
     assert bindings.count("GLOBAL") == len(globals_)
 
 
+def check_lines(program):
+    """addr2line tells the last line of every address in the image, and its file."""
+    image = {address for _, address in program.image()}
+    lines = {address: line for address, line in program.last_lines().items() if address in image}
+    if not lines: return
+    addresses = [hex(address) for address in lines]
+    answers = run("addr2line", "-e", program.elf, *addresses).split("\n")
+    for (address, line), answer in zip(lines.items(), answers):
+        assert answer == program.place(line), (hex(address), answer)
+
+
 def main(scan695, folder, *files):
-    shutil.rmtree(folder, ignore_errors=True)
-    folder = pathlib.Path(folder)
-    folder.mkdir(parents=True)
-    for file in map(pathlib.Path, files):
-        name, fst = file.stem, file
-        if file.suffix == ".abs":
-            shutil.copy(file, folder)
-            run(scan695, folder / file.name, "-o", folder / "stf", "--debug", "-q")
-            fst = folder / (name.upper() + ".FST")
-        elf = str(folder / name) + ".elf"
-        program = Program(scan695, fst, elf)
-        run("readelf", "-aW", elf)
+    for program, name in open_programs(scan695, pathlib.Path(folder), files):
+        run("readelf", "-a", "-w", "-W", program.elf)
         check_image(program)
         check_symbols(program)
-        first = pathlib.Path(elf).read_bytes()
-        run(scan695, "elf", file, "-o", elf)
-        assert pathlib.Path(elf).read_bytes() == first, "not reproducible"
-        print(f"{file}: {len(program.symbols)} symbols, {len(first)} bytes")
+        check_lines(program)
+        first = pathlib.Path(program.elf).read_bytes()
+        run(scan695, "elf", program.fst, "-o", program.elf)
+        assert pathlib.Path(program.elf).read_bytes() == first, "not reproducible"
+        print(f"{name}: {len(program.symbols)} symbols, {len(first)} bytes")
 
 
 main(*sys.argv[1:])

@@ -2,6 +2,7 @@
 import json
 import pathlib
 import re
+import shutil
 import subprocess
 
 BIT = 12  # the basic type
@@ -18,11 +19,16 @@ def run(*command, status=0):
 
 class Program:
     def __init__(self, scan695, fst, elf):
-        self.elf = elf
+        self.fst, self.elf = fst, elf
         self.bytes = pathlib.Path(fst).read_bytes()
         tables = json.loads(run(scan695, "show", fst, "--json"))
         for name in ("symbols", "types", "modules", "blocks", "lines", "ranges", "code"):
             setattr(self, name, sorted(tables[name], key=lambda row: row["record"]))
+        self.header = tables["header"]
+        self.code_symbols = {}
+        for symbol in self.symbols:
+            if symbol["memory"] == "code" and symbol["block"] is None:
+                self.code_symbols.setdefault(symbol["value"], []).append(symbol)
         run(scan695, "elf", fst, "-o", elf)
 
     def image(self):
@@ -34,7 +40,31 @@ class Program:
                 image[block["memory"], (block["address"] + i) % 2**32] = byte
         return image
 
+    def last_lines(self):
+        """The last line of every address that has one."""
+        rows = sorted(self.lines, key=lambda row: (row["address"], row["line"]))
+        return {row["address"]: row for row in rows}
+
+    def place(self, line):
+        """A line as addr2line writes it."""
+        if line["module"] is None: return f"(no module):{line['line'] or '?'}"
+        module = self.modules[line["module"]]
+        return f"{module['source'] or module['name'] or '?'}:{line['line'] or '?'}"
+
     def addressed_symbols(self):
         return [symbol for symbol in self.symbols
                 if symbol["storage"] in ("global", "static") and symbol["memory"] != "register"
                 and not (symbol["type"] == BIT and "bit" in symbol["memory"])]
+
+
+def open_programs(scan695, folder, files):
+    """Makes the folder anew and gives a Program for each file, and the file's name."""
+    shutil.rmtree(folder, ignore_errors=True)
+    folder.mkdir(parents=True)
+    for file in map(pathlib.Path, files):
+        fst = file
+        if file.suffix == ".abs":
+            shutil.copy(file, folder)
+            run(scan695, folder / file.name, "-o", folder / "stf", "--debug", "-q")
+            fst = folder / (file.stem.upper() + ".FST")
+        yield Program(scan695, fst, str(folder / file.stem) + ".elf"), file.stem

@@ -1,0 +1,111 @@
+#include "dwarf/code_map.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace scan695::dwarf {
+
+namespace {
+
+struct OwnedStretch {
+    Stretch stretch;
+    uint32_t unit;
+};
+
+std::vector<OwnedStretch> ReadRanges(const Program& program) {
+    std::vector<OwnedStretch> ranges;
+    for (uint64_t i = 0; i < inspector::UsableEntries(program.fst, inspector::RANGES); ++i) {
+        const auto range = *inspector::ReadEntry<RANGEINFO>(program.fst, inspector::RANGES, i);
+        const uint32_t unit = program.UnitOf(static_cast<int32_t>(range.module));
+        ranges.push_back({StretchOf(range.address, range.length), unit - program.FirstUnit()});
+    }
+    std::stable_sort(ranges.begin(), ranges.end(),
+                     [](const OwnedStretch& a, const OwnedStretch& b) {
+                         return a.stretch.begin < b.stretch.begin;
+                     });
+    return ranges;
+}
+
+std::vector<OwnedStretch> ReadBlocks(const Program& program) {
+    std::vector<OwnedStretch> blocks;
+    for (const BLOCKINFO& block : program.blocks) {
+        blocks.push_back({StretchOf(block.address, block.size),
+                          program.UnitOf(block.module) - program.FirstUnit()});
+    }
+    return blocks;
+}
+
+std::vector<Row> ReadRows(const Program& program) {
+    std::vector<Row> rows;
+    for (uint64_t i = 0; i < inspector::UsableEntries(program.fst, inspector::LINES); ++i) {
+        const auto line = *inspector::ReadEntry<LINEINFO>(program.fst, inspector::LINES, i);
+        rows.push_back(
+            {line.address, line.number, program.UnitOf(line.module) - program.FirstUnit(), 0});
+    }
+    std::stable_sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+        return std::tie(a.address, a.line) < std::tie(b.address, b.line);
+    });
+    return rows;
+}
+
+// A line reaches up to the next one, but not beyond the stretch of `owners` that it lies in. Where
+// there is none, the last line of all covers a single byte.
+void FindEnds(const std::vector<Stretch>& owners, std::vector<Row>& rows) {
+    size_t owner = 0;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        Row& row = rows[i];
+        const bool is_last = i + 1 == rows.size();
+        row.end = is_last ? uint64_t{row.address} + 1 : rows[i + 1].address;
+        while (owner < owners.size() && owners[owner].end <= row.address) ++owner;
+        if (owner == owners.size() || owners[owner].begin > row.address) continue;
+        row.end = is_last ? owners[owner].end : std::min(row.end, owners[owner].end);
+    }
+}
+
+// Gives the ranges to their units, but for what lines of other units cover in them.
+void AddRanges(const std::vector<OwnedStretch>& ranges, CodeMap& map) {
+    for (const auto& [stretch, unit] : ranges) {
+        uint64_t begin = stretch.begin;
+        // Rows are sorted, and their ends with them.
+        auto row = std::upper_bound(map.rows.begin(), map.rows.end(), begin,
+                                    [](uint64_t value, const Row& r) { return value < r.end; });
+        for (; row != map.rows.end() && row->address < stretch.end; ++row) {
+            if (row->unit == unit || row->address == row->end) continue;
+            if (begin < row->address) map.stretches[unit].push_back({begin, row->address});
+            begin = std::max(begin, row->end);
+        }
+        if (begin < stretch.end) map.stretches[unit].push_back({begin, stretch.end});
+    }
+}
+
+}  // namespace
+
+CodeMap BuildCodeMap(const Program& program) {
+    CodeMap map;
+    const size_t units = program.ProgramUnit() - program.FirstUnit() + size_t{1};
+    const std::vector<OwnedStretch> ranges = ReadRanges(program);
+    const std::vector<OwnedStretch> blocks = ReadBlocks(program);
+    map.rows = ReadRows(program);
+    map.stretches.resize(units);
+
+    // Lines end where the owner changes, so ranges are not joined; blocks count outside them only.
+    std::vector<Stretch> owners;
+    for (const OwnedStretch& range : ranges) owners.push_back(range.stretch);
+    if (owners.empty()) {
+        for (const OwnedStretch& block : blocks) owners.push_back(block.stretch);
+        Join(owners);
+    }
+    FindEnds(owners, map.rows);
+    AddRanges(ranges, map);
+    for (const auto& [stretch, unit] : blocks) map.stretches[unit].push_back(stretch);
+    std::vector<uint32_t> row_units;
+    for (const Row& row : map.rows) {
+        map.stretches[row.unit].push_back({row.address, row.end});
+        row_units.push_back(row.unit);
+    }
+    map.unit_rows = Groups(row_units, units);
+    for (std::vector<Stretch>& stretches : map.stretches) Join(stretches);
+    return map;
+}
+
+}  // namespace scan695::dwarf

@@ -1,0 +1,32 @@
+// Who owns which code: the stretches of each unit, and what each source line covers. The module
+// ranges of the file are the ground; where a line of one module lies in the range of another, what
+// the line covers belongs to the line's module, and code of blocks outside all ranges belongs to
+// the module of the block.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "dwarf/program.h"
+#include "dwarf/stretches.h"
+
+namespace scan695::dwarf {
+
+// A line of the program: it holds from its address up to `end`, the next line or the end of the
+// stretch it lies in. Of several lines at one address only the last one covers anything.
+struct Row {
+    uint32_t address;
+    uint16_t line;
+    uint32_t unit;  // less Program::FirstUnit
+    uint64_t end;
+};
+
+struct CodeMap {
+    std::vector<Row> rows;                        // by address and line number
+    Groups unit_rows;                             // by unit
+    std::vector<std::vector<Stretch>> stretches;  // by unit; ascending, apart from one another
+};
+
+CodeMap BuildCodeMap(const Program& program);
+
+}  // namespace scan695::dwarf
