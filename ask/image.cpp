@@ -9,18 +9,11 @@ namespace scan695::ask {
 
 namespace {
 
-constexpr uint16_t NO_BYTE = 0x100;
-constexpr uint64_t PIECE = 4096;  // bytes that are compared at once
-
-void Read(const Image& image, uint64_t begin, uint64_t size, std::vector<uint16_t>& bytes) {
-    bytes.assign(size, NO_BYTE);
-    image.stretches().Split(begin, begin + size, [&](uint64_t from, uint64_t to, size_t block) {
-        if (block == Stretches::NOBODY) return;
-        const std::string_view piece = image.BytesOf(from, to, block);
-        std::transform(piece.begin(), piece.end(),
-                       bytes.begin() + static_cast<ptrdiff_t>(from - begin),
-                       [](char c) { return static_cast<unsigned char>(c); });
-    });
+uint64_t CountDifferences(std::string_view a, std::string_view b) {
+    if (a == b) return 0;
+    uint64_t count = 0;
+    for (size_t i = 0; i < a.size(); ++i) count += a[i] != b[i] ? 1 : 0;
+    return count;
 }
 
 }  // namespace
@@ -45,15 +38,21 @@ std::string_view Image::BytesOf(uint64_t begin, uint64_t end, size_t block) cons
 
 uint64_t CountDifferences(const Image& a, uint64_t at_a, const Image& b, uint64_t at_b,
                           uint64_t size) {
-    std::vector<uint16_t> left, right;
     uint64_t count = 0;
-    for (uint64_t done = 0; done < size; done += PIECE) {
-        const uint64_t piece = std::min(PIECE, size - done);
-        Read(a, at_a + done, piece, left);
-        Read(b, at_b + done, piece, right);
-        if (left == right) continue;
-        for (size_t i = 0; i < piece; ++i) count += left[i] != right[i] ? 1 : 0;
-    }
+    a.stretches().Split(at_a, at_a + size, [&](uint64_t from, uint64_t to, size_t block_a) {
+        const uint64_t shifted = from - at_a + at_b;
+        const auto compare = [&](uint64_t first, uint64_t behind, size_t block_b) {
+            const uint64_t begin = first - at_b + at_a;
+            const uint64_t length = behind - first;
+            const bool has_a = block_a != Stretches::NOBODY;
+            const bool has_b = block_b != Stretches::NOBODY;
+            if (has_a != has_b) count += length;
+            if (has_a && has_b)
+                count += CountDifferences(a.BytesOf(begin, begin + length, block_a),
+                                          b.BytesOf(first, behind, block_b));
+        };
+        b.stretches().Split(shifted, shifted + (to - from), compare);
+    });
     return count;
 }
 
