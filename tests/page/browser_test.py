@@ -61,7 +61,8 @@ class Report(unittest.TestCase):
         self.browser.get("about:blank")
         self.browser.get((self.folder / f"{name}.html").as_uri() + address)
         self.wait("return performance.getEntriesByName('first-view').length &&"
-                  " (page.view !== 'overview' || page.built.overview.treemap)")
+                  " document.querySelectorAll('.map[viewBox], .treemap[viewBox]').length =="
+                  " (page.view === 'overview' ? 2 : 0)")
 
     def js(self, script, *arguments):
         return self.browser.execute_script(script, *arguments)
@@ -179,28 +180,28 @@ class Report(unittest.TestCase):
 
     def test_large_program_is_quick(self):
         self.assertGreaterEqual(len(self.data["large"]["symbols"]), 50_000)
-        views = []
-        for address in ["", "#symbols"]:
-            tries = []
-            for _ in range(3):  # the best of three: the machine may do other things
-                self.open("large", address)
-                tries.append(self.js(
-                    "return performance.getEntriesByName('first-view')[0].startTime"))
-            views.append(min(tries))
-        times = self.js("""
-            const table = page.built.symbols;
-            const clock = (action) => { const begin = performance.now(); action();
-                                        return performance.now() - begin; };
-            return [clock(() => table.search("variable_39")),
-                    clock(() => table.search("variable_399")), clock(() => table.search("")),
-                    clock(() => table.sortBy("size")),
-                    clock(() => table.moveTo(50000)), document.querySelectorAll("tr").length];""")
+        # The best of three each: the machine may do other things.
+        first_view = "return performance.getEntriesByName('first-view')[0].startTime"
+        views, all_times = [], []
+        for _ in range(3):
+            self.open("large")
+            views.append(self.js(first_view))
+            self.open("large", "#symbols")
+            all_times.append([self.js(first_view), *self.js("""
+                const table = page.built.symbols;
+                const clock = (action) => { const begin = performance.now(); action();
+                                            return performance.now() - begin; };
+                return [clock(() => table.search("variable_39")),
+                        clock(() => table.search("variable_399")), clock(() => table.search("")),
+                        clock(() => table.sortBy("size")), clock(() => table.moveTo(50000))];""")])
+        views, times = min(views), [min(column) for column in zip(*all_times)]
+        rows = len(self.texts("tr"))
         print("large: first view %.0f and %.0f ms; search %.0f, again %.0f, cleared %.0f, "
-              "sort %.0f, to the end %.0f ms; %d rows in the document" % (*views, *times),
+              "sort %.0f, to the end %.0f ms; %d rows in the document" % (views, *times, rows),
               file=sys.stderr)
-        self.assertLess(max(views), 1000)
-        self.assertLess(max(times[:5]), 300)
-        self.assertLess(times[5], 120)
+        self.assertLess(max(views, times[0]), 1000)
+        self.assertLess(max(times[1:]), 300)
+        self.assertLess(rows, 120)
         self.picture("large")
 
     def test_table_by_keyboard(self):

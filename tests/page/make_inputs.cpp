@@ -28,7 +28,8 @@ Bytes Program(const Bytes& debug) {
                   .data = UseSegment(1) + Load(Times(0x40, {0x90}))});
 }
 
-// 50 modules of 100 functions with a local variable and four lines each, and 800 variables.
+// 50 modules of 100 functions with a local variable and four lines each, and 800 variables, some of
+// which overlap.
 Bytes LargeModule(uint32_t module) {
     const std::string name = "MODULE_" + std::to_string(module);
     Indexes index;
@@ -44,7 +45,8 @@ Bytes LargeModule(uint32_t module) {
     }
     for (uint32_t i = 0; i < 800; ++i) {
         scopes += GlobalVariable(index(), "variable_" + std::to_string(800 * module + i),
-                                 i % 4 == 0 ? PAIR : INT, 0x400000 + 0x2000 * module + 8 * i);
+                                 i % 4 == 0 ? PAIR : INT,
+                                 0x400000 + 0x2000 * module + 8 * i - (i % 100 == 99 ? 7 : 0));
     }
     return Bb1(name,
                NamedType(0x46, "pair", PAIR, def::Struct(4, {{"a", INT, 0}, {"b", INT, 2}}))) +
