@@ -62,9 +62,9 @@ void FindEnds(const std::vector<Stretch>& owners, std::vector<Row>& rows) {
     }
 }
 
-// Gives the ranges to their units, but for what lines of other units cover in them.
-void AddRanges(const std::vector<OwnedStretch>& ranges, CodeMap& map) {
-    for (const auto& [stretch, unit] : ranges) {
+// Gives stretches to their units, but for what lines of other units cover in them.
+void AddStretches(const std::vector<OwnedStretch>& owned, CodeMap& map) {
+    for (const auto& [stretch, unit] : owned) {
         uint64_t begin = stretch.begin;
         // Rows are sorted, and their ends with them.
         auto row = std::upper_bound(map.rows.begin(), map.rows.end(), begin,
@@ -96,8 +96,8 @@ CodeMap BuildCodeMap(const Program& program) {
         Join(owners);
     }
     FindEnds(owners, map.rows);
-    AddRanges(ranges, map);
-    for (const auto& [stretch, unit] : blocks) map.stretches[unit].push_back(stretch);
+    AddStretches(ranges, map);
+    AddStretches(blocks, map);
     std::vector<uint32_t> row_units;
     for (const Row& row : map.rows) {
         map.stretches[row.unit].push_back({row.address, row.end});

@@ -1,7 +1,6 @@
-// Who owns which code: the stretches of each unit, and what each source line covers. The module
-// ranges of the file are the ground; where a line of one module lies in the range of another, what
-// the line covers belongs to the line's module, and code of blocks outside all ranges belongs to
-// the module of the block.
+// Who owns which code: the stretches of each unit, and what each source line covers. A unit has the
+// module ranges of its module and its blocks, but for what lines of other modules cover in them,
+// and what its own lines cover.
 #pragma once
 
 #include <cstdint>

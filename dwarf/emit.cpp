@@ -42,7 +42,7 @@ Bytes JoinUnits(const EntryWriter& type_unit, const EntryWriter& units, const Ty
 
 std::vector<Section> Emit(const Program& program) {
     const CodeMap map = BuildCodeMap(program);
-    const BlockCode code = VisibleCode(program);
+    const BlockCode code = VisibleCode(program, map);
     Abbreviations abbreviations;
     StringTable strings;
     Types types(program.fst);

@@ -36,7 +36,7 @@ class Taken {
 
 }  // namespace
 
-BlockCode VisibleCode(const Program& program) {
+BlockCode VisibleCode(const Program& program, const CodeMap& map) {
     BlockCode code(program.blocks.size());
     const auto is_before = [&](uint32_t a, uint32_t b) {
         const BLOCKINFO& left = program.blocks[a];
@@ -55,10 +55,13 @@ BlockCode VisibleCode(const Program& program) {
         for (auto number = inner.rbegin(); number != inner.rend(); ++number) {
             const BLOCKINFO& block = program.blocks[*number];
             code[*number] = taken.Take(StretchOf(block.address, block.size));
-            const bool is_bounded =
-                scope < program.FirstUnit() &&
-                (block.is_function == 0 || program.blocks[scope].is_function == 0);
-            if (is_bounded) code[*number] = Common(code[*number], code[scope]);
+            const bool is_in_unit = scope >= program.FirstUnit();
+            // A function inside another one may lie anywhere.
+            if (!is_in_unit && block.is_function != 0 && program.blocks[scope].is_function != 0)
+                continue;
+            code[*number] =
+                Common(code[*number],
+                       is_in_unit ? map.stretches[scope - program.FirstUnit()] : code[scope]);
         }
     }
     return code;

@@ -2,6 +2,7 @@
 
 FILE is an object file or an FST file; FOLDER is made anew."""
 import pathlib
+import re
 import sys
 
 from program import open_programs, run
@@ -54,9 +55,10 @@ def check_image(program):
 
 def check_symbols(program):
     """nm tells every symbol that has an address, once, and no other."""
-    rows = run("nm", "--no-sort", program.elf).splitlines()
+    rows = re.findall(r"(?s)([0-9a-f]{8}) . (.*?)\n(?=[0-9a-f]{8} . |$)",
+                      run("nm", "--no-sort", program.elf))
     stated = [(symbol["value"], symbol["name"]) for symbol in program.addressed_symbols()]
-    assert sorted((int(row[:8], 16), row[11:]) for row in rows) == sorted(stated)
+    assert sorted((int(address, 16), name) for address, name in rows) == sorted(stated)
     bindings = [row.split()[4] for row in run("readelf", "-sW", program.elf).splitlines()[4:]]
     globals_ = [s for s in program.addressed_symbols() if s["storage"] == "global"]
     assert bindings.count("GLOBAL") == len(globals_)

@@ -18,7 +18,7 @@ IDENTIFIER = re.compile(r"[A-Za-z_][A-Za-z0-9_$]*")
 def read_only(*command):
     """Runs a reader that must neither crash nor give up; gives its output."""
     done = subprocess.run([str(word) for word in command], capture_output=True, timeout=300,
-                          encoding="utf-8", errors="replace")
+                          encoding="latin-1")
     text = done.stdout + done.stderr
     assert done.returncode >= 0 and "internal" not in done.stderr, f"{command}:\n{text[-2000:]}"
     return done.stdout

@@ -9,9 +9,8 @@ BIT = 12  # the basic type
 
 
 def run(*command, status=0):
-    """Runs a tool that must not complain; gives its standard output, bytes beyond ASCII kept."""
-    done = subprocess.run([str(word) for word in command], capture_output=True,
-                          encoding="utf-8", errors="surrogateescape")
+    """Runs a tool that must not complain; gives its standard output, every byte as a character."""
+    done = subprocess.run([str(word) for word in command], capture_output=True, encoding="latin-1")
     assert done.returncode == status, f"{command}: status {done.returncode}\n{done.stderr}"
     assert not re.search("warning|error", done.stderr, re.I), f"{command}:\n{done.stderr}"
     return done.stdout
@@ -21,7 +20,7 @@ class Program:
     def __init__(self, scan695, fst, elf):
         self.fst, self.elf = fst, elf
         self.bytes = pathlib.Path(fst).read_bytes()
-        tables = json.loads(run(scan695, "show", fst, "--json"))
+        tables = json.loads(run(scan695, "show", fst, "--json").encode("latin-1"))
         for name in ("symbols", "types", "modules", "blocks", "lines", "ranges", "code"):
             setattr(self, name, sorted(tables[name], key=lambda row: row["record"]))
         self.header = tables["header"]

@@ -109,7 +109,7 @@ class Walk:
             assert self.name(die) == field.get("name", ""), (row, field)
             if row["kind"] == "enumeration":
                 assert die.attributes["DW_AT_const_value"].value == field["value"], field
-            elif field.get("bits") is not None:
+            elif (field.get("bits") or 0) > 0:
                 first = 8 * field["offset"] + field["bit_offset"]
                 found = (self.value(die, "DW_AT_bit_size"), self.value(die, "DW_AT_data_bit_offset"))
                 assert found == (field["bits"], first), field
