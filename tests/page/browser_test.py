@@ -267,6 +267,8 @@ class Report(unittest.TestCase):
         self.js("document.querySelector('.treemap').focus()")
         self.keys(Keys.ARROW_RIGHT, Keys.ENTER)
         self.wait("return !page.panel.element.hidden")
+        self.wait("return document.querySelector('.treemap').clientWidth =="
+                  " document.querySelector('.treeframe').clientWidth - 1")  # drawn anew
         caption = self.one(".grouplabel[data-link]")
         self.js("arguments[0].scrollIntoView()", caption)
         ActionChains(self.browser).move_to_element(caption).click().perform()
