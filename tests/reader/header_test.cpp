@@ -36,6 +36,7 @@ TEST(Header, Processors) {
         {"TRI", cpu + "Tricore\";\n}\n", 13, 1, "ptr_size=4,"},
         {"tricore2", cpu + "Tricore\";\n}\n", 13, 1, "ptr_size=4,"},
         {"296SA_E", "", 12, 3, "ptr_size=3,"},
+        {"296SA_C", "", 12, 1, "ptr_size=3,"},
         {"296sa_c7", "", 12, 1, "ptr_size=3,"},
         {"296sa_e", "", 12, 1, "ptr_size=3,", AdExtension(AdAttribute(MEMORY_MODEL, 2))},
         {"80166", cpu + "C166\";\n}\n", 17, 3, "", AdExtension(AdAttribute(MEMORY_MODEL, 6))},
@@ -88,6 +89,14 @@ TEST(Header, Parts) {
         {segments,
          segment + Hex("E2 D3 01 20 E7 01 E2 D2 01 7F E2 C3 n'x' E2 C5 n'x' 01 02 E2 C6 01 02 E8"),
          table},
+        {segments, segment + Hex("E6 01 C1 D3 C4 n'B' E2 D3 01 07 E8"),
+         "B, idx=1, mem_type=2\nSegment Size: idx=1, size=7\nEnd of Segment Part, rec=e8\n"
+         "Segment 1, mem_type=0, addr=0, offset=0, size=7\n"
+         "Segment 1, mem_type=2, addr=0, offset=0, size=0\n"},
+        {segments, segment + Hex("E2 C3 n'x' 01 E8"),
+         "C3 on segment -- ignore\nEnd of Segment Part, rec=1\n"},
+        {segments, segment + Hex("E7 01 02 03 E8"),
+         "idx=1, mem_type=0\nEnd of Segment Part, rec=e8\n"},
         {segments, Times(51, segment) + Bytes{0xE8}, "**** Segment Table Overflow, limit is 50\n"},
         {&ObjectFile::data, Repeat(2) + Load(Times(300, {0x11})),
          "Repeat 2 times:\nCode: addr=00000000 size=300\nCode: addr=0000012C size=300\n"},
@@ -115,6 +124,7 @@ TEST(Header, TrailerAndEnd) {
         EXPECT_EQ(HeaderOf(result).has_start_address, 1) << c.bytes;
     }
     EXPECT_EQ(HeaderOf(ConvertBytes(Build({}), true)).has_start_address, 0);
+    EXPECT_EQ(ConvertBytes(Build({.mau_bits = 8, .mau_number = 8})).status, 0);  // 64 bits
 }
 
 }  // namespace

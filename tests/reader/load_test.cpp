@@ -29,6 +29,14 @@ TEST(Load, CodeRecords) {
         "\"000102030405060708090A0B0C0D0E0F101112131415161718191A1B1C1D1E1F\"\n";
     // Each repetition begins a new line.
     std::string lines300 = "\"" + std::string(24, '1') + "\"\n";
+    Bytes forty;  // at one address: a sort that is not stable mixes more than a few
+    std::string forty_records;
+    for (uint8_t i = 0; i < 40; ++i) {
+        forty += UseSegment(1) + Load({static_cast<uint8_t>(0x10 + i)});
+        char hex[8];
+        std::snprintf(hex, sizeof hex, "\"%02X\"\n", 0x10 + i);
+        forty_records += Code(i, "0x1000", "0x1", hex);
+    }
     for (int i = 0; i < 9; ++i) lines300 = "\"" + std::string(64, '1') + "\"\n" + lines300;
     const struct {
         const char* what;
@@ -57,6 +65,10 @@ TEST(Load, CodeRecords) {
         {"the same address twice keeps the order",
          UseSegment(1) + Load({0x02}) + UseSegment(1) + Load({0x01}),
          Code(0, "0x1000", "0x1", "\"02\"\n") + Code(1, "0x1000", "0x1", "\"01\"\n")},
+        {"forty at one address", forty, forty_records},
+        {"data behind code at the next address",
+         UseSegment(1) + Load({1}) + UseSegment(3) + LoadAt(3, 0x1001) + Load({2}),
+         Code(0, "0x1000", "0x1", "\"01\"\n") + Code(1, "data 0x1001", "0x1", "\"02\"\n")},
         {"the end of the address space",
          UseSegment(1) + LoadAt(1, 0xFFFFFFFF) + Load({1, 2}) + Load({3}),
          Code(0, "0x1", "0x1", "\"03\"\n") + Code(1, "0xffffffff", "0x2", "\"0102\"\n")},

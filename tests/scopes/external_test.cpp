@@ -66,6 +66,7 @@ TEST(AsmSymbols, AddressOfTheBlockBehind) {
     const Bytes types = NamedType(0x46, "", 0x100, def::Function({.returns = 0x10})) +
                         NamedType(0x47, "", 0x101, def::SmallPointer(0x10));
     const Bytes block = Bb4({.name = "_f", .type = 0x100, .begin = 0x10, .end = 0x1F});
+    const Bytes static_block = Bb6({.name = "_g", .type = 0x100, .begin = 0x20, .end = 0x2F});
     const struct {
         const char* name;
         uint32_t type;
@@ -74,9 +75,11 @@ TEST(AsmSymbols, AddressOfTheBlockBehind) {
     } cases[] = {{"_f", 0x100, UseSegment(1), "name='f'; address=0x10;"},
                  {"_f", 0x100, PublicSymbol(0x20, "_f", 0x10, 19, 2), "name='f'; address=0x2;"},
                  {"_x", 0x100, UseSegment(1), "name='x'; address=0x99;"},
+                 {"_g", 0x100, UseSegment(1), "name='g'; address=0x20;"},
                  {"_f", 0x101, UseSegment(1), "name='f'; address=0x99;"}};
     for (const auto& c : cases) {
-        const Bytes scope = AsmSymbol(0x47, c.name, c.type, 0x99, 2, 1) + block;
+        const Bytes symbol = AsmSymbol(0x47, c.name, c.type, 0x99, 2, 1);
+        const Bytes scope = symbol + (c.name == std::string("_g") ? static_block : block);
         const std::string records = Outcome({CModule(scope, types), c.external});
         EXPECT_NE(records.find(c.records), std::string::npos) << records;
     }

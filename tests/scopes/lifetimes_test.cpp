@@ -74,6 +74,11 @@ TEST(Lifetimes, Bags) {
         {"other storage word", {begin, end, {0x120, 18, 4, 7}, E(0x140, 3, 7)}, apart},
     };
     for (const auto& c : cases) EXPECT_EQ(Ranges(c.marks), c.ranges) << c.what;
+
+    // A sort that is not stable would mix so many at one address.
+    std::vector<TkLoc> forty;
+    for (uint32_t i = 0; i < 40; ++i) forty.push_back(B(0x100, i));
+    EXPECT_EQ(Ranges(forty).substr(0, 30), "100-100:0 100-100:2 100-100:4 ");
 }
 
 // The group pass step by step, as it goes over one array with its indexes: slow and literal.

@@ -36,6 +36,10 @@ TEST(Lines, ModulesAndSources) {
                       "Symbol.0{ name='v'; address=0x1; type=int; module=@Module.1; } "},
         {"40 characters keep 31", Bb10("abcdefghijklmnopqrstuvwxyz0123456789ABCD", {}),
          "Module.0{ name='abcdefghijklmnopqrstuvwxyz01234'; language=asm; } "},
+        {"40 characters twice, one module",
+         Bb10("abcdefghijklmnopqrstuvwxyz0123456789ABCD", {}) +
+             Bb10("abcdefghijklmnopqrstuvwxyz0123456789ABCD", {}),
+         "Module.0{ name='abcdefghijklmnopqrstuvwxyz01234'; language=asm; } "},
         {"BB10 head with all fields",
          Bb10("m", {}, Bytes(Text("b")) + Num(1) + Text("c") + Numbers(1, 2, 3, 4, 5, 6)),
          ASM_MODULE},

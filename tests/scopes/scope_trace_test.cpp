@@ -60,6 +60,8 @@ TEST(ScopeTrace, C166) {
     const Bytes sections = Bb11({.name = "A", .kind = 5, .segment = 2, .n4 = 3, .n5 = 4}) +
                            Bb11({.name = "B", .kind = 2, .segment = 2}) +
                            Bb11({.name = "C", .kind = 6, .segment = 3}) +
+                           Bb11({.name = "E", .kind = 3, .segment = 3}) +
+                           Bb11({.name = "F", .kind = 4, .segment = 3}) +
                            Bb11({.name = "D", .kind = 0, .segment = 3}) +
                            Bb11({.name = Text(Bytes{}), .kind = Absent(), .segment = Absent()});
     ExpectTrace(

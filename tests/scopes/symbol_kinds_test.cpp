@@ -56,6 +56,12 @@ const struct {
     {true, "unfit name", Symbol("x.y", "01 04"), "// REJECTING SYMBOL x.y "},
     {true, "digit behind underscores", Symbol("__1", "01 04"), "// REJECTING SYMBOL _1 "},
     {true, "digits stay", Symbol("_1x", "01 04"), "// REJECTING SYMBOL 1x "},
+    {true, "unknown type", "F0 46 n'x' F1 CE 46 82 80 00 01 04", X_AUTO},
+    {true, "static with one lifetime",
+     Symbol("x",
+            "03 E2 CE 46 05 F0 46 00 F1 CE 46 00 3F 46 03 E2 CE 46 10 E2 CE 46 03 E2 CE 46 05"
+            "F0 46 00 F1 CE 46 00 3F 46 03 E2 CE 46 20 E2 CE 46 0B E2 CE 46 05"),
+     Placed("x", "0x5", "storageClass=static; ")},
     {true, "no name field", "F0 46 F1 CE 46 10 01 04", "// REJECTING SYMBOL  "},
     {true, "40 characters keep 31",
      Symbol("abcdefghijklmnopqrstuvwxyz0123456789ABCD", "08 E2 CE 46 01"),
