@@ -228,6 +228,14 @@ const struct {
     {"code block 1: empty", [](FstParts& p) { p.code[1].length = 0; }},
     {"code block 1: continues the one", Continue},
     {"code block 1: 0x10100 bytes from", [](FstParts& p) { p.code[1].length = 0x10100; }},
+    {"code block 1: 0x101 bytes from",
+     [](FstParts& p) {
+         p.code[1] = {0xFFFF, 0x101, -1, 0, {}};
+     }},
+    {"code: not sorted, and nothing overlaps",
+     [](FstParts& p) {
+         p.code = {{0x1010, 4, -1, 0, {}}, {0x1000, 16, -1, 0, {}}};
+     }},
     {"code: not sorted", [](FstParts& p) { std::swap(p.code[0], p.code[1]); }},
 };
 

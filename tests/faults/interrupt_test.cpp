@@ -32,6 +32,7 @@ TEST(Interrupt, AtEachMoment) {
     for (const auto& c : cases) {
         Faults = Hooks();
         const Converted sound = ConvertInProcess(directory / "t.abs", directory / "t.stf", c.debug);
+        EXPECT_EQ(sound.status, 0) << "behind an aborted run";
         Faults.interrupt = c.moment;
         const Converted result =
             ConvertInProcess(directory / "t.abs", directory / "t.stf", c.debug);

@@ -12,15 +12,6 @@
 namespace scan695::test {
 namespace {
 
-// DebugMode adds comments to the STF text, and nothing else.
-std::string WithoutComments(const std::string& stf) {
-    std::istringstream lines(stf);
-    std::string text;
-    for (std::string line; std::getline(lines, line);)
-        if (!line.starts_with("//")) text += line + '\n';
-    return text;
-}
-
 TEST(Samples, AreGolden) {
     for (const std::filesystem::path sample : SAMPLES) {
         const std::string golden = "samples/golden" / sample.stem();

@@ -169,6 +169,14 @@ TEST_F(Build, BlocksLinesAndSymbols) {
         Ranges({{0, 0x1000, 0x100}, {1, 0x1100, 0x80}, {0, 0x1180, 0x10}, {1, 0x11F0, 0xE15}}));
 }
 
+TEST_F(Build, UpToTheLastAddress) {
+    AddModule("a");
+    AddModule("b");
+    AddBlock(0xFFFFFF00, 0x100, -1, 0);
+    AddBlock(0xFFFFFFF0, 8, -1, 1);
+    EXPECT_EQ(Built(), Ranges({{0, 0xFFFFFF00, 0x100}, {1, 0xFFFFFFF0, 8}}));
+}
+
 // A gap of 31 closes, one of 32 stays; without lines and code symbols the points stay too.
 TEST_F(Build, PointsAndGaps) {
     const Ranges all = {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,15 @@ inline std::vector<uint8_t> SampleBytes(const char* name) {
 // A fatal stop with this message, which leaves no FST file.
 inline bool StoppedWith(const Converted& result, const std::string& message) {
     return result.status == 1 && result.console.ends_with(message + PROMPT) && result.fst.empty();
+}
+
+// DebugMode adds comments to the STF text, and nothing else.
+inline std::string WithoutComments(const std::string& stf) {
+    std::istringstream lines(stf);
+    std::string text;
+    for (std::string line; std::getline(lines, line);)
+        if (!line.starts_with("//")) text += line + '\n';
+    return text;
 }
 
 inline bool SameResults(const Converted& a, const Converted& b) {

@@ -142,6 +142,25 @@ TEST(TypeZoo, NamesTheBasicTypesOfEachProcessor) {
     ExpectGolden(text, "types/golden/basic_types.txt");
 }
 
+// An attribute as the first type of all, of a target that never comes; types without a name record
+// of their own; a function with a parameter that is another name of it; an array of an enumeration
+// of four bytes.
+TEST(TypeZoo, OddOrders) {
+    const Bytes types =
+        NamedType(70, "lost", 256, Qualified(1, 300)) + TypeRecord(257, 70, SmallPointer(256)) +
+        Nn(71, "") + TypeRecord(258, 71, Struct(4, {{"a", 257, 0}})) +
+        NamedType(72, "f", 259, Function({.parameters = {260, 259}})) +
+        NamedType(73, "g", 260, Typedef(259)) +
+        NamedType(74, "e", 261, Enum({{"A", 1}}, EnumSize(4))) +
+        NamedType(75, "", 262, Array(261, 2)) + NamedType(76, "", 263, Array(256, 1));
+    for (const char* processor : {"80166", "tri"}) {
+        const Converted run = ConvertBytes(
+            Build({.processor = processor, .debug = Bb1("M", types), .trailer = Trailer(0)}));
+        EXPECT_EQ(run.status, 0) << run.console;
+        ExpectGolden(Folded(run.stf), std::string("types/golden/odd_") + processor + ".stf");
+    }
+}
+
 // A list of more elements than an item of the image holds keeps its count and loses elements.
 TEST(BlockOfTypes, KeepsTheCountOfALongList) {
     const struct {
