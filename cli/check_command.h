@@ -1,7 +1,7 @@
 // scan695 check: are these files for this scanner?
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command.h"
 
 namespace scan695::cli {
 

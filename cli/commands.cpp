@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/check_command.h"
+#include "cli/command.h"
 #include "cli/complain.h"
 #include "cli/convert_command.h"
 #include "cli/diff_command.h"

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <iostream>
 
-#include "cli/commands.h"
+#include "cli/command.h"
 #include "cli/host.h"
 
 namespace scan695::cli {

@@ -1,7 +1,7 @@
 // scan695 convert: object files into STF files, databases and traces.
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command.h"
 
 namespace scan695::cli {
 

@@ -1,7 +1,7 @@
 // scan695 diff: what changed between two programs.
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command.h"
 
 namespace scan695::cli {
 

@@ -1,7 +1,7 @@
 // scan695 elf: a program as an ELF file with DWARF.
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command.h"
 
 namespace scan695::cli {
 

@@ -51,7 +51,8 @@ void ForEachQuery(const Options& options, Use use) {
         for (const std::string& text : options.queries) use(ask::ParseQuery(text));
         return;
     }
-    // An answer goes out when no further query is waiting, so that another program can ask one by one.
+    // An answer goes out when no further query is waiting, so that another program can ask one by
+    // one.
     std::ios::sync_with_stdio(false);
     std::cin.tie(nullptr);
     for (std::string line; std::getline(std::cin, line);) {

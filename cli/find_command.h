@@ -1,7 +1,7 @@
 // scan695 find: where is it, what is there.
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command.h"
 
 namespace scan695::cli {
 

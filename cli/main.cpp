@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/cleanup.h"
+#include "cli/command.h"
 #include "cli/commands.h"
 #include "cli/complain.h"
 #include "cli/host.h"

@@ -1,7 +1,7 @@
 // scan695 report: the program as a page for a browser.
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command.h"
 
 namespace scan695::cli {
 

@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <utility>
 
-#include "cli/commands.h"
+#include "cli/command.h"
 #include "cli/host.h"
 #include "cli/places.h"
 

@@ -1,7 +1,7 @@
 // scan695 show: the tables of a program.
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command.h"
 
 namespace scan695::cli {
 

@@ -1,7 +1,7 @@
 // scan695 size: what takes how many bytes.
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command.h"
 
 namespace scan695::cli {
 

@@ -1,7 +1,7 @@
 // scan695 type: layouts.
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command.h"
 
 namespace scan695::cli {
 

@@ -1,7 +1,7 @@
 // scan695 verify: does the database keep its promises?
 #pragma once
 
-#include "cli/commands.h"
+#include "cli/command.h"
 
 namespace scan695::cli {
 

@@ -1,7 +1,7 @@
 // The rows of the tables, one function for each table.
 #pragma once
 
-#include "inspector/tables.h"
+#include "inspector/table.h"
 
 namespace scan695::inspector {
 
