@@ -186,7 +186,7 @@ void DropConversion(Conversion& conversion) {
     EndChild(conversion);
     for (Output& output : conversion.outputs) CloseOutput(output);
     CloseOutput(conversion.trace);
-    RemoveStaging(conversion.staging);
+    KeepStaging(conversion.staging);
 }
 
 }  // namespace scan695::cli

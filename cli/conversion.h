@@ -47,7 +47,8 @@ bool FinishConversion(Conversion& conversion);
 // Where the database lies between the end and the drop of a conversion that made one.
 std::string DatabaseOf(const Conversion& conversion);
 
-// Gives back everything that the conversion holds, at whatever stage.
+// Gives back everything that the conversion holds, at whatever stage, but for the empty folder that
+// the next one may use.
 void DropConversion(Conversion& conversion);
 
 }  // namespace scan695::cli

@@ -218,7 +218,7 @@ std::optional<std::string> CheckStf(const std::string& path, const std::string& 
 }
 
 std::string WhyNoRoom(const std::string& folder) {
-    constexpr size_t PROBE_BYTES = size_t{64} * 1024;
+    constexpr size_t PROBE_BYTES = size_t{16} << 20;  // what failed has given its room back
     const std::string path = ToText(ToPath(folder) / "probe");
     Guard(path);
     const int descriptor = CreateNew(path);

@@ -72,6 +72,7 @@ void RunConversions(const std::vector<Request>& requests, const RunOptions& opti
         FinishConversion(*conversion);
         finish(conversion);
     }
+    RemoveKeptStagings();
     EraseStatus();
 }
 

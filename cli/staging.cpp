@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "cli/cleanup.h"
@@ -20,6 +21,8 @@ namespace {
 constexpr uint64_t LARGEST_INPUT = 0x7FFFFFFF;  // what the library takes
 constexpr size_t COPY_BYTES = size_t{256} * 1024;
 constexpr int ATTEMPTS = 100;
+
+std::vector<Staging> kept;  // empty ones of one parent
 
 // Gives the cause of a failure.
 std::optional<std::string> CopyBytes(int source, int target) {
@@ -79,6 +82,12 @@ std::string HiddenName() {
 }
 
 bool MakeStaging(const std::string& parent, Staging& staging) {
+    if (!kept.empty() && kept.back().parent == parent) {
+        staging = std::move(kept.back());
+        kept.pop_back();
+        return true;
+    }
+    RemoveKeptStagings();
     std::error_code error;
     const fs::path place = parent.empty() ? fs::temp_directory_path(error) : ToPath(parent);
     if (error) {
@@ -87,6 +96,7 @@ bool MakeStaging(const std::string& parent, Staging& staging) {
     }
     for (int attempt = 0; attempt < ATTEMPTS; ++attempt) {
         const std::string name = HiddenName();
+        staging.parent = parent;
         staging.folder = ToText(place / name);
         staging.input = '~' + name.substr(1) + ".abs";
         staging.fst = staging.input;
@@ -111,6 +121,19 @@ void RemoveStaging(Staging& staging) {
     fs::remove_all(ToPath(staging.folder), ignored);
     for (const std::string& path : PathsOf(staging)) Release(path);
     staging = {};
+}
+
+void KeepStaging(Staging& staging) {
+    if (staging.folder.empty()) return;
+    for (const std::string& path : PathsOf(staging)) {
+        if (path != staging.folder) RemoveFile(path.c_str());
+    }
+    kept.push_back(std::exchange(staging, {}));
+}
+
+void RemoveKeptStagings() {
+    for (Staging& staging : kept) RemoveStaging(staging);
+    kept.clear();
 }
 
 std::optional<std::string> ExamineInput(const std::string& file) {

@@ -11,6 +11,7 @@ namespace scan695::cli {
 
 struct Staging {
     std::string folder;  // empty: there is none
+    std::string parent;  // as MakeStaging got it
     // Names in the folder.
     std::string input;
     std::string fst;  // the one that the library makes of `input`
@@ -29,6 +30,11 @@ bool MakeStaging(const std::string& parent, Staging& staging);
 
 // Removes the folder with all that lies in it.
 void RemoveStaging(Staging& staging);
+
+// Empties the folder and keeps it for the next one that is made in the same parent: making and
+// removing a folder can cost more than a small conversion.
+void KeepStaging(Staging& staging);
+void RemoveKeptStagings();
 
 // Why FILE ("-" for standard input) is no input at all, as far as shows without reading it.
 std::optional<std::string> ExamineInput(const std::string& file);

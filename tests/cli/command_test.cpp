@@ -24,11 +24,20 @@ void Sleep(int milliseconds) {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
+void ExpectAsTold(const std::string& name) {
+    const std::string file = "cli/transcripts/" + name + ".txt";
+    test::ExpectGolden(test::Replay(test::ReadWholeFile(test::TESTS / file)), file);
+}
+
 TEST(Command, DoesAsTheTranscriptsTell) {
-    for (const char* name : {"convert", "errors", "several", "questions"}) {
-        const std::string file = std::string("cli/transcripts/") + name + ".txt";
-        test::ExpectGolden(test::Replay(test::ReadWholeFile(test::TESTS / file)), file);
-    }
+    for (const char* name : {"convert", "errors", "several", "questions"}) ExpectAsTold(name);
+}
+
+TEST(Command, DoesAsToldWhenTheDiskIsFull) {
+    const Sandbox sandbox;
+    if (sandbox.Wait(sandbox.Start("unshare -rm mount -t tmpfs none .")) != 0)
+        GTEST_SKIP() << "no file system of its own to fill";
+    ExpectAsTold("full_disk");
 }
 
 TEST(Command, Help) {
