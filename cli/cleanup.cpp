@@ -30,12 +30,14 @@ void CleanUpOnSignals() {
 }
 
 void Guard(const std::string& path) {
+    std::atomic<const char*>* place = nullptr;
     for (auto& entry : paths) {
-        if (entry.load() != nullptr) continue;
-        static auto& texts = *new std::forward_list<std::string>;
-        entry.store(texts.emplace_front(path).c_str());
-        return;
+        const char* text = entry.load();
+        if (text != nullptr && path == text) return;
+        if (text == nullptr && place == nullptr) place = &entry;
     }
+    static auto& texts = *new std::forward_list<std::string>;
+    if (place != nullptr) place->store(texts.emplace_front(path).c_str());
 }
 
 void Release(const std::string& path) {

@@ -85,6 +85,7 @@ bool MakeStaging(const std::string& parent, Staging& staging) {
     if (!kept.empty() && kept.back().parent == parent) {
         staging = std::move(kept.back());
         kept.pop_back();
+        for (const std::string& path : PathsOf(staging)) Guard(path);
         return true;
     }
     RemoveKeptStagings();
