@@ -48,17 +48,43 @@ std::vector<Row> ReadRows(const Program& program) {
     return rows;
 }
 
-// A line reaches up to the next one, but not beyond the stretch of `owners` that it lies in. Where
-// there is none, the last line of all covers a single byte.
-void FindEnds(const std::vector<Stretch>& owners, std::vector<Row>& rows) {
-    size_t owner = 0;
+// Walks through stretches with ascending addresses.
+class Boundaries {
+  public:
+    explicit Boundaries(std::vector<Stretch> stretches) : stretches_(std::move(stretches)) {}
+
+    void MoveTo(uint64_t address) {
+        while (next_ < stretches_.size() && stretches_[next_].end <= address) ++next_;
+        is_inside_ = next_ < stretches_.size() && stretches_[next_].begin <= address;
+    }
+    bool IsInside() const { return is_inside_; }
+    // The first address behind the current one at which a stretch begins or ends.
+    uint64_t Next() const {
+        if (next_ == stretches_.size()) return ADDRESS_SPACE;
+        return is_inside_ ? stretches_[next_].end : stretches_[next_].begin;
+    }
+
+  private:
+    std::vector<Stretch> stretches_;
+    size_t next_ = 0;
+    bool is_inside_ = false;
+};
+
+// A line reaches up to the next one, but not beyond the range that it lies in; outside all ranges,
+// not beyond the block, and not into any. The last line of all covers a single byte if it lies in
+// nothing.
+void FindEnds(Boundaries ranges, Boundaries blocks, std::vector<Row>& rows) {
     for (size_t i = 0; i < rows.size(); ++i) {
         Row& row = rows[i];
-        const bool is_last = i + 1 == rows.size();
-        row.end = is_last ? uint64_t{row.address} + 1 : rows[i + 1].address;
-        while (owner < owners.size() && owners[owner].end <= row.address) ++owner;
-        if (owner == owners.size() || owners[owner].begin > row.address) continue;
-        row.end = is_last ? owners[owner].end : std::min(row.end, owners[owner].end);
+        ranges.MoveTo(row.address);
+        blocks.MoveTo(row.address);
+        const bool is_inside = ranges.IsInside() || blocks.IsInside();
+        row.end = ranges.IsInside() ? ranges.Next() : std::min(ranges.Next(), blocks.Next());
+        if (i + 1 < rows.size()) {
+            row.end = std::min<uint64_t>(row.end, rows[i + 1].address);
+        } else if (!is_inside) {
+            row.end = uint64_t{row.address} + 1;
+        }
     }
 }
 
@@ -88,14 +114,13 @@ CodeMap BuildCodeMap(const Program& program) {
     map.rows = ReadRows(program);
     map.stretches.resize(units);
 
-    // Lines end where the owner changes, so ranges are not joined; blocks count outside them only.
-    std::vector<Stretch> owners;
-    for (const OwnedStretch& range : ranges) owners.push_back(range.stretch);
-    if (owners.empty()) {
-        for (const OwnedStretch& block : blocks) owners.push_back(block.stretch);
-        Join(owners);
-    }
-    FindEnds(owners, map.rows);
+    // Lines end where the owner changes, so ranges are not joined.
+    std::vector<Stretch> all_ranges;
+    for (const OwnedStretch& range : ranges) all_ranges.push_back(range.stretch);
+    std::vector<Stretch> all_blocks;
+    for (const OwnedStretch& block : blocks) all_blocks.push_back(block.stretch);
+    Join(all_blocks);
+    FindEnds(Boundaries(std::move(all_ranges)), Boundaries(std::move(all_blocks)), map.rows);
     AddStretches(ranges, map);
     AddStretches(blocks, map);
     std::vector<uint32_t> row_units;
