@@ -4,7 +4,6 @@
 // apart. Growing throws std::bad_alloc where there is no memory.
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -45,7 +44,7 @@ class HashTable {
 
     // Makes room for that many items in all, so that adding them allocates nothing.
     void Reserve(size_t count) {
-        if (!HasRoomFor(count)) Resize(std::bit_ceil(count + count / 2 + 1));
+        if (!HasRoomFor(count)) Resize(count + count / 3 + 2);
     }
 
     // Forgets all keys and gives the memory back, so that clearing never costs more than filling.
@@ -59,13 +58,13 @@ class HashTable {
     static constexpr size_t FIRST_SIZE = 16;
     static bool AnyItem(uint32_t /*item*/) { return true; }
 
-    // At most two slots in three are taken.
-    bool HasRoomFor(size_t count) const { return count + count / 2 < slots_.size(); }
+    // At most three slots in four are taken.
+    bool HasRoomFor(size_t count) const { return count + count / 3 < slots_.size(); }
 
     // The slot of a matching item, or the free one, counted as taken, where it is to stand.
     template <class Matches>
     Slot& SlotFor(uint32_t key, const Matches& matches) {
-        if (!HasRoomFor(used_ + 1)) Resize(slots_.empty() ? FIRST_SIZE : 2 * slots_.size());
+        if (!HasRoomFor(used_ + 1)) Resize(FIRST_SIZE + slots_.size() + slots_.size() / 2);
         Slot& slot = slots_[Probe(key, matches)];
         if (slot.item == FREE) ++used_;
         return slot;
@@ -74,11 +73,11 @@ class HashTable {
     // The place of a matching item, or of the free slot behind all of the key.
     template <class Matches>
     size_t Probe(uint32_t key, const Matches& matches) const {
-        const size_t mask = slots_.size() - 1;
-        auto place = static_cast<size_t>(MixNumber(hash_keys_, key) >> shift_);
+        const size_t size = slots_.size();
+        auto place = static_cast<size_t>((MixNumber(hash_keys_, key) >> 32) * size >> 32);
         while (slots_[place].item != FREE &&
                !(slots_[place].key == key && matches(slots_[place].item)))
-            place = (place + 1) & mask;
+            if (++place == size) place = 0;
         return place;
     }
 
@@ -86,15 +85,31 @@ class HashTable {
         std::vector<Slot> old(size);
         old.swap(slots_);
         hash_keys_ = ProcessHashKeys();
-        shift_ = 64 - static_cast<int>(std::bit_width(size - 1));
         for (const Slot& slot : old)
             if (slot.item != FREE) slots_[Probe(slot.key, [](uint32_t) { return false; })] = slot;
     }
 
-    std::vector<Slot> slots_;  // a power of two of them, or none
+    std::vector<Slot> slots_;  // below 2^32
     size_t used_ = 0;
     HashKeys hash_keys_ = {};
-    int shift_ = 0;  // leaves as many bits of a mixed key as number the slots
+};
+
+// For keys that are hashes, and many of them: a table in parts, which grow one by one, so that
+// growing never needs room for all items twice.
+class LargeHashTable {
+  public:
+    template <class Matches>
+    bool AddNew(uint32_t key, uint32_t item, const Matches& matches) {
+        return parts_[key % NOF_PARTS].AddNew(key, item, matches);
+    }
+    template <class Matches>
+    [[nodiscard]] std::optional<uint32_t> Find(uint32_t key, const Matches& matches) const {
+        return parts_[key % NOF_PARTS].Find(key, matches);
+    }
+
+  private:
+    static constexpr size_t NOF_PARTS = 64;
+    HashTable<> parts_[NOF_PARTS];
 };
 
 }  // namespace scan695

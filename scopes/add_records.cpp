@@ -33,14 +33,33 @@ void StoreLocations(SYMINFO& record, std::span<const LOCINFO> locations) {
         StoreInImage(locations.data(), static_cast<uint32_t>(locations.size_bytes()));
 }
 
+// For those who will search by name or by address.
+void NoteInIndexes(const SYMINFO& record, const SymbolTable& destination) {
+    ScopeIndexes& indexes = Scopes.Indexes;
+    if (&destination.table == &Store.GlobalSymbolTable) {
+        indexes.GlobalNames.Add(record.name_offs);
+        indexes.GlobalFunctions.Add(record, destination.counter);
+    } else if (&destination.table == &Store.ModuleSymbolTable) {
+        indexes.ModuleFunctions.Add(record, destination.counter);
+    }
+}
+
 }  // namespace
 
 int32_t AddBlock(BLOCKINFO& record) {
     record.first_symbol = Store.Header.nof_block_symbols;
-    AppendRecord(Store.BlockTable, record);
-    const auto number = static_cast<int32_t>(Store.Header.nof_blocks++);
+    const auto number = static_cast<int32_t>(Store.Header.nof_blocks);
+    CountRecord(Store.BlockTable, Store.Header.nof_blocks, record);
+    Scopes.Indexes.Functions.AddBlock();
     outBlockBegin(number, record);
     return number;
+}
+
+void FinishBlock(int32_t number, const BLOCKINFO& record) {
+    if (Report.DebugMode != 0) WriteRecord(Store.BlockTable, static_cast<uint32_t>(number), record);
+    if (record.is_function != 0)
+        Scopes.Indexes.Functions.SetSpan(static_cast<uint32_t>(number), record.address,
+                                         record.size);
 }
 
 int32_t AddModule(MODULEINFO& record, char* name) {
@@ -49,6 +68,7 @@ int32_t AddModule(MODULEINFO& record, char* name) {
     record.first_symbol = header.nof_module_symbols;
     record.first_line = header.nof_lines;
     AppendRecord(Store.ModuleTable, record);
+    Scopes.Indexes.ModuleNames.Add(record.name_offs);
     const auto number = static_cast<int32_t>(header.nof_modules++);
     outModule(number, name, record);
     return number;
@@ -60,9 +80,9 @@ void AddLine(uint32_t address, uint32_t number) {
     record.module = Scopes.CurrentModule;
     record.number = static_cast<uint16_t>(number);
     Trace("Line #%u: %X\n", uint32_t{record.number}, address);
-    // Only the post-processing reads the table.
-    if (Report.DebugMode != 0) AppendRecord(Store.LineTable, record);
-    outLine(static_cast<int32_t>(Store.Header.nof_lines++), record);
+    const auto line = static_cast<int32_t>(Store.Header.nof_lines);
+    CountRecord(Store.LineTable, Store.Header.nof_lines, record);
+    outLine(line, record);
 }
 
 void AddSymbol(SYMINFO& record, char* name, std::span<const LOCINFO> locations) {
@@ -71,25 +91,18 @@ void AddSymbol(SYMINFO& record, char* name, std::span<const LOCINFO> locations) 
     const SymbolTable destination = TableFor(record);
     if (!locations.empty() && &destination.table == &Store.BlockSymbolTable)
         WatchLifetime(destination.counter, record, locations);
-    ++destination.counter;
+    NoteInIndexes(record, destination);
+    CountRecord(destination.table, destination.counter, record);
     ++Store.Header.nof_all_symbols;
-    AppendRecord(destination.table, record);
     outSymbol(name, record, locations);
 }
 
 bool ModuleExists(const char* name) {
-    NameIndex& names = Scopes.Indexes.ModuleNames;
-    const auto nof_modules = static_cast<uint32_t>(Scopes.CurrentModule + 1);
-    if (!names.Update<MODULEINFO>(Store.ModuleTable, nof_modules))
-        ReportAndStop(ERROR_READ_TEMPORARY);
-    return names.Contains(name);
+    return Scopes.Indexes.ModuleNames.Contains(name);
 }
 
 bool SymbolDefined(const char* name) {
-    NameIndex& names = Scopes.Indexes.GlobalNames;
-    if (!names.Update<SYMINFO>(Store.GlobalSymbolTable, Store.Header.nof_global_symbols))
-        ReportAndStop("Cannot SEEK for SymName\n");
-    return names.Contains(name);
+    return Scopes.Indexes.GlobalNames.Contains(name);
 }
 
 }  // namespace scan695

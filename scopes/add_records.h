@@ -12,6 +12,8 @@ namespace scan695 {
 // Stores a block, opens it in the STF file and gives its index. Notes in the record where the
 // symbols of the block begin.
 int32_t AddBlock(BLOCKINFO& record);
+// Tells that the block has come to its end and has its size.
+void FinishBlock(int32_t number, const BLOCKINFO& record);
 
 // Stores a module and gives its index. The record comes with `language` filled and all else 0; the
 // name is cut to 31 characters in the caller's buffer.
@@ -26,11 +28,10 @@ void AddLine(uint32_t address, uint32_t number);
 // caller's buffer. The locations are copied.
 void AddSymbol(SYMINFO& record, char* name, std::span<const LOCINFO> locations);
 
-// True when any module up to CurrentModule has exactly this name.
+// True when any module has exactly this name.
 [[nodiscard]] bool ModuleExists(const char* name);
 
-// True when a record of the GlobalSymbolTable has exactly this name. Symbols of modules and blocks
-// do not count.
+// True when a global symbol has exactly this name. Symbols of modules and blocks do not count.
 [[nodiscard]] bool SymbolDefined(const char* name);
 
 }  // namespace scan695

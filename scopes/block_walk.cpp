@@ -35,18 +35,6 @@ void ReadBlockHead(BlockHead& head) {
     OptionalNumber();
 }
 
-void SaveCurrentBlock() {
-    if (Scopes.CurrentBlock != -1)
-        WriteRecord(Store.BlockTable, static_cast<uint32_t>(Scopes.CurrentBlock),
-                    Scopes.CurrentBlockRecord);
-}
-
-void RestoreBlock(int32_t block) {
-    Scopes.CurrentBlock = block;
-    if (block != -1)
-        ReadRecord(Store.BlockTable, static_cast<uint32_t>(block), Scopes.CurrentBlockRecord);
-}
-
 void AddFunctionSymbol(BlockHead& head, uint32_t fst_ti, bool is_global) {
     SYMINFO record = {};
     record.value = head.address;
@@ -60,7 +48,7 @@ void AddFunctionSymbol(BlockHead& head, uint32_t fst_ti, bool is_global) {
 
 // The function's symbol is tied to its block by the address alone.
 void OpenBlock(BlockHead& head, bool is_global) {
-    SaveCurrentBlock();
+    Scopes.OuterBlocks.push_back(Scopes.CurrentBlockRecord);
     BLOCKINFO& record = Scopes.CurrentBlockRecord;
     record = {};
     record.address = head.address;
@@ -81,9 +69,11 @@ void CloseBlock(const BlockHead& head, uint32_t unterminated) {
     Trace("%s end: addr=%X, size=%X, nof_symbols=%u\n", head.Kind(), end_address, record.size,
           Store.Header.nof_block_symbols - record.first_symbol);
     outBlockEnd(Scopes.CurrentBlock, head.address, end_address);
-    SaveCurrentBlock();
+    FinishBlock(Scopes.CurrentBlock, record);
     if (unterminated != 0) CloseLifetimes(record.first_symbol, end_address);
-    RestoreBlock(record.parent);
+    Scopes.CurrentBlock = record.parent;
+    record = Scopes.OuterBlocks.back();
+    Scopes.OuterBlocks.pop_back();
     SetStackAdjust(0);
 }
 

@@ -3,19 +3,24 @@
 #include <algorithm>
 #include <iterator>
 
-#include "store/tables.h"
-
 namespace scan695 {
 
-void FunctionMap::Update() {
-    for (; nof_blocks_ < Store.Header.nof_blocks; ++nof_blocks_) {
-        BLOCKINFO block = {};
-        ReadRecord(Store.BlockTable, nof_blocks_, block);
-        if (block.is_function != 0) Add(block, static_cast<int32_t>(nof_blocks_));
+void FunctionMap::TakeIn() {
+    for (; nof_taken_ < spans_.Size() / sizeof(Span); ++nof_taken_) {
+        Span span = {};
+        ReadRecord(spans_, nof_taken_, span);
+        Add(span, static_cast<int32_t>(nof_taken_));
     }
 }
 
-int32_t FunctionMap::Find(uint32_t address) const {
+uint32_t FunctionMap::AddressOf(uint32_t number) const {
+    Span span = {};
+    ReadRecord(spans_, number, span);
+    return span.address;
+}
+
+int32_t FunctionMap::Find(uint32_t address) {
+    TakeIn();
     auto piece = pieces_.upper_bound(address);
     if (piece == pieces_.begin()) return -1;
     --piece;
@@ -23,9 +28,9 @@ int32_t FunctionMap::Find(uint32_t address) const {
 }
 
 // A block whose end wraps to an address below its start holds no address.
-void FunctionMap::Add(const BLOCKINFO& block, int32_t number) {
-    const uint32_t begin = block.address;
-    const uint32_t end = block.address + block.size;
+void FunctionMap::Add(const Span& span, int32_t number) {
+    const uint32_t begin = span.address;
+    const uint32_t end = span.address + span.size;
     if (end <= begin) return;
     auto covered = coverage_.upper_bound(begin);
     if (covered != coverage_.begin() && std::prev(covered)->second >= begin) --covered;

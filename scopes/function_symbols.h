@@ -1,4 +1,4 @@
-// The symbol of a function by its address: the first record of a symbol table with that value that
+// The symbol of a function by its address: the first one of a symbol table with that value that
 // lies in code memory and has a type record.
 #pragma once
 
@@ -6,20 +6,27 @@
 #include <optional>
 
 #include "base/hash_table.h"
-#include "store/chunk_file.h"
+#include "store/backlog.h"
+#include "store/records.h"
 
 namespace scan695 {
 
 class FunctionSymbols {
   public:
-    // Takes in the records of the table that it does not hold yet, up to `count` in all.
-    void Update(ChunkFile& table, uint32_t count);
+    void Add(const SYMINFO& record, uint32_t number) {
+        if (record.mem_type == MEM_CODE && record.type_index >= FIRST_TYPE_INDEX)
+            waiting_.Add({record.value, number});
+    }
     // The record number.
-    std::optional<uint32_t> Find(uint32_t address) const { return records_.Find(address); }
+    std::optional<uint32_t> Find(uint32_t address);
 
   private:
-    HashTable<> records_;  // the first record of each address
-    uint32_t nof_records_ = 0;
+    struct Function {
+        uint32_t address;
+        uint32_t number;
+    };
+    Backlog<Function> waiting_;
+    HashTable<> numbers_;  // by address
 };
 
 }  // namespace scan695

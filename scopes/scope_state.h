@@ -55,7 +55,8 @@ struct ExternalWalk {
     uint8_t end_byte = 0;
 };
 
-// Stand in for searches over whole tables; each is extended when it is asked.
+// Stand in for searches over whole tables. Records are noted as they come and taken in when
+// somebody asks.
 struct ScopeIndexes {
     NameIndex GlobalNames;
     NameIndex ModuleNames;
@@ -66,12 +67,13 @@ struct ScopeIndexes {
 };
 
 struct ScopeState {
-    int32_t CurrentModule = -1;         // module that records now belong to; -1 before the first
-    MODULEINFO module_record = {};      // of the last BB3 or BB10 block; its language counts
-    int32_t CurrentBlock = -1;          // open block in the BlockTable; -1 outside all blocks
-    BLOCKINFO CurrentBlockRecord = {};  // working copy of the open block
-    uint32_t block_nesting = 0;         // open blocks, for the limit of 1,000
-    uint32_t file_nesting = 0;          // open source files, for the same limit
+    int32_t CurrentModule = -1;          // module that records now belong to; -1 before the first
+    MODULEINFO module_record = {};       // of the last BB3 or BB10 block; its language counts
+    int32_t CurrentBlock = -1;           // number of the open block; -1 outside all blocks
+    BLOCKINFO CurrentBlockRecord = {};   // of the open block
+    std::vector<BLOCKINFO> OuterBlocks;  // those around it, the outermost first
+    uint32_t block_nesting = 0;          // open blocks, for the limit of 1,000
+    uint32_t file_nesting = 0;           // open source files, for the same limit
 
     // Of the source file whose head is being read; not on the stack, since files nest deep.
     char source_path[BLOCK_NAME_SIZE] = {};

@@ -16,12 +16,9 @@ struct FoundSymbol {
 
 // Global symbols go before those of modules.
 FoundSymbol FindFunctionSymbol(uint32_t address) {
-    ScopeIndexes& indexes = Scopes.Indexes;
-    indexes.GlobalFunctions.Update(Store.GlobalSymbolTable, Store.Header.nof_global_symbols);
-    const auto global = indexes.GlobalFunctions.Find(address);
+    const auto global = Scopes.Indexes.GlobalFunctions.Find(address);
     if (global) return {&Store.GlobalSymbolTable, *global};
-    indexes.ModuleFunctions.Update(Store.ModuleSymbolTable, Store.Header.nof_module_symbols);
-    const auto local = indexes.ModuleFunctions.Find(address);
+    const auto local = Scopes.Indexes.ModuleFunctions.Find(address);
     if (local) return {&Store.ModuleSymbolTable, *local};
     return {nullptr, 0};
 }
@@ -38,24 +35,27 @@ void TraceEntries(const SYMINFO& symbol, const std::vector<LOCINFO>& entries) {
 
 void AttachTo(const FoundSymbol& found, const std::vector<LOCINFO>& entries) {
     const auto count = static_cast<uint32_t>(entries.size());
+    const uint32_t offset = StoreInImage(entries.data(), count * uint32_t{sizeof(LOCINFO)});
+    if (Report.DebugMode == 0) return;
     SYMINFO symbol = {};
     ReadRecord(*found.table, found.number, symbol);
     symbol.access_mode |= ACCESS_HAS_LOCATIONS;
     symbol.nof_locs = static_cast<uint16_t>(count);
-    symbol.locinfo_offs = StoreInImage(entries.data(), count * uint32_t{sizeof(LOCINFO)});
+    symbol.locinfo_offs = offset;
     WriteRecord(*found.table, found.number, symbol);
     TraceEntries(symbol, entries);
 }
 
-// Hangs what is complete on the symbol of the function and starts anew.
+// Hangs what is complete on the symbol of the function and starts anew. Without DebugMode the list
+// still takes its room in the image, whose other items stay where they are.
 void AttachEntries() {
-    BLOCKINFO block = {};
-    ReadRecord(Store.BlockTable, static_cast<uint32_t>(Scopes.StackInfo.function), block);
-    const FoundSymbol found = FindFunctionSymbol(block.address);
+    const uint32_t address =
+        Scopes.Indexes.Functions.AddressOf(static_cast<uint32_t>(Scopes.StackInfo.function));
+    const FoundSymbol found = FindFunctionSymbol(address);
     if (found.table != nullptr)
         AttachTo(found, Scopes.StackInfo.entries);
     else
-        Trace("**** AddStackInfo: cannot find function for address %x\n", block.address);
+        Trace("**** AddStackInfo: cannot find function for address %x\n", address);
     Scopes.StackInfo = StackCollection();
 }
 
@@ -82,7 +82,6 @@ void AddStackInfo(uint32_t pc, uint32_t adjust, uint32_t stk_type) {
         if (!Scopes.StackInfo.entries.empty()) AttachEntries();
         return;
     }
-    Scopes.Indexes.Functions.Update();
     const int32_t function = Scopes.Indexes.Functions.Find(pc);
     if (function == -1) {
         Trace("**** AddStackInfo: cannot find function block for address %x\n", pc);

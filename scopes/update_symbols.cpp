@@ -38,7 +38,7 @@ void UpdateTable(ChunkFile& table, uint32_t count, uint32_t& remaining) {
 
 void UpdateSymbolTypes() {
     uint32_t remaining = Types.Map.unresolved;
-    if (remaining == 0) return;
+    if (remaining == 0 || Report.DebugMode == 0) return;
     Trace("Updating symbol types, unresolved count=%d\n", static_cast<int32_t>(remaining));
     UpdateTable(Store.GlobalSymbolTable, Store.Header.nof_global_symbols, remaining);
     UpdateTable(Store.ModuleSymbolTable, Store.Header.nof_module_symbols, remaining);

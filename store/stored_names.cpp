@@ -13,18 +13,17 @@ bool NameIndex::HasName(uint32_t name_offs, std::string_view name) {
     return stored && name == stored->text;
 }
 
-bool NameIndex::Contains(std::string_view name) const {
+bool NameIndex::Contains(std::string_view name) {
+    waiting_.TakeAll([this](uint32_t name_offs) { TakeIn(name_offs); });
     const auto matches = [name](uint32_t name_offs) { return HasName(name_offs, name); };
     return offsets_.Find(HashBytes(name), matches).has_value();
 }
 
-bool NameIndex::Add(uint32_t name_offs) {
-    const auto stored = ReadStoredName(name_offs);
-    if (!stored) return false;
-    const std::string_view name = stored->text;
+void NameIndex::TakeIn(uint32_t name_offs) {
+    const StoredName stored = ReadStoredName(name_offs).value_or(StoredName());
+    const std::string_view name = stored.text;
     const auto matches = [name](uint32_t other) { return HasName(other, name); };
     offsets_.AddNew(HashBytes(name), name_offs, matches);
-    return true;
 }
 
 }  // namespace scan695

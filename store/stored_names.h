@@ -1,6 +1,5 @@
-// Stored names: reading one back from the image, and an index that tells whether any record of a
-// table has a given name. The index is brought up to date by its user, record by record in the
-// order of the table, so that it costs nothing where nobody asks.
+// Stored names: reading one back from the image, and an index that tells whether a name is among
+// some of them.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +7,7 @@
 #include <string_view>
 
 #include "base/hash_table.h"
+#include "store/backlog.h"
 #include "store/records.h"
 #include "store/tables.h"
 
@@ -22,26 +22,17 @@ std::optional<StoredName> ReadStoredName(uint32_t name_offs);
 
 class NameIndex {
   public:
-    // Takes in the records of the table that it does not hold yet, up to `count` in all. False when
-    // a name cannot be read back.
-    template <class Record>
-    [[nodiscard]] bool Update(const ChunkFile& table, uint32_t count) {
-        for (; nof_records_ < count; ++nof_records_) {
-            Record record = {};
-            ReadRecord(table, nof_records_, record);
-            if (!Add(record.name_offs)) return false;
-        }
-        return true;
-    }
-    // True when a record taken in has exactly this name.
-    bool Contains(std::string_view name) const;
+    // Adds the stored name at an image offset. It is looked at when somebody asks.
+    void Add(uint32_t name_offs) { waiting_.Add(name_offs); }
+    // True when exactly this name has been added.
+    bool Contains(std::string_view name);
 
   private:
     static bool HasName(uint32_t name_offs, std::string_view name);
-    bool Add(uint32_t name_offs);
+    void TakeIn(uint32_t name_offs);
 
-    HashTable<> offsets_;  // by hash of the name; equal names have one entry
-    uint32_t nof_records_ = 0;
+    Backlog<uint32_t> waiting_;
+    LargeHashTable offsets_;  // by hash of the name; equal names have one entry
 };
 
 }  // namespace scan695

@@ -67,4 +67,12 @@ void AppendRecordBytes(ChunkFile& table, const void* buffer, uint32_t size) {
     if (!table.Append(buffer, size)) ReportAndStop(ERROR_NO_MEMORY);
 }
 
+void CountRecordBytes(ChunkFile& table, uint32_t& count, const void* buffer, uint32_t size) {
+    if (Report.DebugMode != 0)
+        AppendRecordBytes(table, buffer, size);
+    else if ((uint64_t{count} + 1) * size > ChunkFile::MAX_SIZE)
+        ReportAndStop(ERROR_NO_MEMORY);
+    ++count;
+}
+
 }  // namespace scan695

@@ -1,6 +1,10 @@
 // The tables that the scan fills, the live header, and the image of the FST file. Records of fixed
 // size are collected in one temporary table per kind; everything of variable size (names, member
 // lists, location lists) goes straight into the FstImage and stays at the offset it was given.
+//
+// The scan itself reads modules, types and the image. All other tables serve the FST file, so they
+// are filled with DebugMode only; without it their records are counted and nothing is kept. What
+// the scan asks of symbols and blocks later, the indexes of scopes/ take from them as they come.
 #pragma once
 
 #include <cstdint>
@@ -21,17 +25,19 @@ struct StoreState {
     uint8_t BasicTypeSizes[NOF_BASIC_SIZES] = {0, 1, 1, 2, 2, 2, 2, 4, 4, 4, 4, 4, 1};
     uint32_t PointerSize = 0;  // in bytes: 2, 3 or 4 once the processor is known
 
+    ChunkFile ModuleTable;  // MODULEINFO, nof_modules
+    ChunkFile TypeTable;    // TYPEINFO, nof_types
+    ChunkFile FstImage;
+
+    // With DebugMode only.
     ChunkFile GlobalSymbolTable;  // SYMINFO, nof_global_symbols
     ChunkFile ModuleSymbolTable;  // SYMINFO, nof_module_symbols
     ChunkFile BlockSymbolTable;   // SYMINFO, nof_block_symbols
-    ChunkFile ModuleTable;        // MODULEINFO, nof_modules
     ChunkFile BlockTable;         // BLOCKINFO, nof_blocks
-    ChunkFile LineTable;          // LINEINFO, nof_lines; DebugMode only
-    ChunkFile TypeTable;          // TYPEINFO, nof_types
-    ChunkFile CodeTable;          // CODEINFO and its bytes, nof_code; DebugMode only
-    uint64_t code_bytes = 0;      // of all chunks, without their heads
+    ChunkFile LineTable;          // LINEINFO, nof_lines
+    ChunkFile CodeTable;          // CODEINFO and its bytes, nof_code
+    uint64_t code_bytes = 0;      // of all chunks, without their heads; in every run
     ChunkFile MergedCodeFile;     // the same, merged in the post-processing
-    ChunkFile FstImage;
 };
 extern StoreState Store;
 
@@ -69,6 +75,10 @@ void WriteRecordBytes(ChunkFile& table, uint32_t index, const void* buffer, uint
 // Appends a record. A failure ends the run.
 void AppendRecordBytes(ChunkFile& table, const void* buffer, uint32_t size);
 
+// Counts the next record of a table that DebugMode fills, and appends it there. A table that would
+// grow too large ends the run in either mode.
+void CountRecordBytes(ChunkFile& table, uint32_t& count, const void* buffer, uint32_t size);
+
 template <class Record>
 bool ReadRecord(const ChunkFile& table, uint32_t index, Record& record) {
     return ReadRecordBytes(table, index, &record, sizeof(Record));
@@ -80,6 +90,10 @@ void WriteRecord(ChunkFile& table, uint32_t index, const Record& record) {
 template <class Record>
 void AppendRecord(ChunkFile& table, const Record& record) {
     AppendRecordBytes(table, &record, sizeof(Record));
+}
+template <class Record>
+void CountRecord(ChunkFile& table, uint32_t& count, const Record& record) {
+    CountRecordBytes(table, count, &record, sizeof(Record));
 }
 
 }  // namespace scan695

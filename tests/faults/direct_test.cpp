@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "driver/run.h"
-#include "scopes/add_records.h"
 #include "scopes/conversions.h"
 #include "scopes/lifetime_fixup.h"
 #include "scopes/scope_state.h"
@@ -14,22 +13,6 @@ namespace scan695::test {
 namespace {
 
 constexpr uint32_t BEYOND = 0x7FFFFFFF;
-
-void LostSymbolName() {
-    SYMINFO symbol = {};
-    symbol.name_offs = BEYOND;
-    AppendRecord(Store.GlobalSymbolTable, symbol);
-    Store.Header.nof_global_symbols = 1;
-    (void)SymbolDefined("x");
-}
-
-void LostModuleName() {
-    MODULEINFO module = {};
-    module.name_offs = BEYOND;
-    AppendRecord(Store.ModuleTable, module);
-    Scopes.CurrentModule = 0;
-    (void)ModuleExists("x");
-}
 
 void LostLifetime() {
     SYMINFO symbol = {};
@@ -49,8 +32,6 @@ TEST(Direct, Messages) {
     } cases[] = {
         {"outName SEEK error", [] { outName("key", BEYOND); }},
         {"outField seek error", [] { outField(1, BEYOND); }},
-        {"Cannot SEEK for SymName\n", LostSymbolName},
-        {"Error: cannot read temporary buffer\n", LostModuleName},
         {"Error: cannot read temporary buffer\n", LostLifetime},
         {"CvtTkMemType: unknown processor\n", [] { CvtTkMemType(0); }},
         {"CvtTkStorageClass: unknown processor\n", [] { CvtTkStorageClass(1); }},

@@ -25,7 +25,6 @@ int32_t FirstBlockAt(const std::vector<BLOCKINFO>& blocks, uint32_t address) {
 TEST(FunctionMap, FindsTheFirstBlock) {
     std::mt19937 random(695);
     for (int round = 0; round < 300; ++round) {
-        Store = StoreState();
         FunctionMap map;
         std::vector<BLOCKINFO> blocks;
         const uint32_t base = round % 3 == 0 ? 0xFFFFFFE0U : 0x1000U;
@@ -34,16 +33,15 @@ TEST(FunctionMap, FindsTheFirstBlock) {
             block.address = base + static_cast<uint32_t>(random() % 64);
             block.size = static_cast<uint32_t>(random() % 16);
             block.is_function = random() % 4 != 0;
-            AppendRecord(Store.BlockTable, block);
-            ++Store.Header.nof_blocks;
+            map.AddBlock();
+            if (block.is_function != 0)
+                map.SetSpan(static_cast<uint32_t>(i), block.address, block.size);
             blocks.push_back(block);
             if (random() % 3 != 0) continue;
-            map.Update();
             for (uint32_t at = 0; at < 84; ++at)
                 ASSERT_EQ(map.Find(base + at - 2), FirstBlockAt(blocks, base + at - 2));
         }
     }
-    Store = StoreState();
 }
 
 }  // namespace
