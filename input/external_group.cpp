@@ -32,6 +32,7 @@ ExternalGroup ReadExternalGroup(char* name, bool known_attribute) {
     ExternalGroup group = {};
     group.index = RequireNumber();
     if (group.index < FIRST_SYMBOL_INDEX) UnexpectedRecord();
+    group.name_at = Input.InputCursor;
     ReadName(name, SYMBOL_NAME_SIZE);
     if (ReadCode() != CODE_ATI) UnexpectedRecord();
     RequireIndex(group.index);

@@ -15,6 +15,7 @@ namespace scan695 {
 
 struct ExternalGroup {
     uint32_t index;
+    uint32_t name_at;  // offset of the name field in the input
     uint32_t tk_ti;
     uint32_t attribute;
     uint32_t memory_id;  // the index where it is absent: both are read into one place

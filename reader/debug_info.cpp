@@ -120,6 +120,7 @@ void ScanDebugInfoPart(uint32_t offset) {
     for (; ReadBlock(walk, code); code = ReadCode()) ++blocks;
     if (blocks == 0) UnexpectedRecord();
     CloseStackInfo();
+    FreeWalkIndexes();
     Trace("End of Debug Info part, rec=%x\n", uint32_t{code});
 }
 

@@ -38,7 +38,8 @@ void NoteInIndexes(const SYMINFO& record, const SymbolTable& destination) {
     ScopeIndexes& indexes = Scopes.Indexes;
     if (&destination.table == &Store.GlobalSymbolTable) {
         indexes.GlobalNames.Add(record.name_offs);
-        indexes.GlobalFunctions.Add(record, destination.counter);
+        // Public symbols come when nobody asks any more.
+        if (record.module != -1) indexes.GlobalFunctions.Add(record, destination.counter);
     } else if (&destination.table == &Store.ModuleSymbolTable) {
         indexes.ModuleFunctions.Add(record, destination.counter);
     }

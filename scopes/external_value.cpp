@@ -1,5 +1,8 @@
 #include "scopes/external_value.h"
 
+#include <optional>
+#include <string_view>
+
 #include "input/cursor.h"
 #include "input/external_group.h"
 #include "input/record_codes.h"
@@ -10,44 +13,47 @@ namespace scan695 {
 
 namespace {
 
-void TraceSegments(const ExternalWalk& walk, uint32_t count) {
+// All that the walk has passed, or those in front of an entry.
+void TraceSegments(const ExternalWalk& walk, const uint32_t* entry) {
     if (Report.DebugMode == 0) return;
-    for (uint32_t i = 0; i < count; ++i) Trace("CurrSeg=%u\n", walk.segments[i]);
+    const size_t count = entry != nullptr ? walk.nof_segments[*entry] : walk.segments.size();
+    for (size_t i = 0; i < count; ++i) Trace("CurrSeg=%u\n", walk.segments[i]);
 }
 
-std::string_view EntryName(const ExternalWalk& walk, const ExternalEntry& entry) {
-    return std::string_view(walk.names).substr(entry.name_at, entry.name_length);
+bool HasName(const ExternalEntry& entry, std::string_view name) {
+    const PartFrame frame(entry.name_at);
+    char text[SYMBOL_NAME_SIZE] = {};
+    ReadName(text, sizeof text);
+    return name == text;
 }
 
-// Tells whether an entry has the name.
-auto HasName(const ExternalWalk& walk, std::string_view name) {
-    return [&walk, name](uint32_t number) { return EntryName(walk, walk.entries[number]) == name; };
-}
-
-const ExternalEntry* FindEntry(const ExternalWalk& walk, std::string_view name) {
-    const auto found = walk.by_name.Find(HashBytes(name), HasName(walk, name));
-    return found ? &walk.entries[*found] : nullptr;
+// The number of the entry of that name.
+std::optional<uint32_t> FindEntry(const ExternalWalk& walk, std::string_view name) {
+    return walk.by_name.Find(HashBytes(name),
+                             [&](uint32_t number) { return HasName(walk.entries[number], name); });
 }
 
 void TakeSegment(ExternalWalk& walk) {
     const uint32_t segment = ReadExternalSegment();
     if (Report.DebugMode != 0) walk.segments.push_back(segment);
-    ++walk.nof_segments;
 }
 
-void AddEntry(ExternalWalk& walk, std::string_view name, uint32_t address) {
+// A name that does not come is that of the entry before, or empty, which nobody seeks.
+void AddEntry(ExternalWalk& walk, const ExternalEntry& entry, std::string_view name) {
+    if (name.empty()) return;
     const auto number = static_cast<uint32_t>(walk.entries.size());
-    if (!walk.by_name.AddNew(HashBytes(name), number, HasName(walk, name))) return;
-    walk.entries.push_back({static_cast<uint32_t>(walk.names.size()),
-                            static_cast<uint32_t>(name.size()), address, walk.nof_segments});
-    walk.names += name;
+    const auto matches = [&](uint32_t other) { return HasName(walk.entries[other], name); };
+    if (!walk.by_name.AddNew(HashBytes(name), number, matches)) return;
+    walk.entries.push_back(entry);
+    if (Report.DebugMode != 0)
+        walk.nof_segments.push_back(static_cast<uint32_t>(walk.segments.size()));
 }
 
 // A group without an address ends the walk.
 void TakeGroup(ExternalWalk& walk) {
     const ExternalGroup group = ReadExternalGroup(walk.name, false);
     if (group.has_address)
-        AddEntry(walk, walk.name, ReadExternalAddress(group));
+        AddEntry(walk, {group.name_at, ReadExternalAddress(group)}, walk.name);
     else
         walk.ending = ExternalWalk::AT_OPEN_GROUP;
 }
@@ -67,15 +73,15 @@ void ReadExternalRecord(ExternalWalk& walk) {
 }
 
 // Reads on until the name has come or the walk has ended.
-const ExternalEntry* ReadUntil(ExternalWalk& walk, std::string_view name) {
+std::optional<uint32_t> ReadUntil(ExternalWalk& walk, std::string_view name) {
     const PartFrame frame(walk.started ? walk.cursor : Input.ExternalPartOffset);
     walk.started = true;
-    const ExternalEntry* found = nullptr;
-    while (found == nullptr && walk.ending == ExternalWalk::NOT_YET) {
+    std::optional<uint32_t> found;
+    while (!found && walk.ending == ExternalWalk::NOT_YET) {
         const size_t nof_entries = walk.entries.size();
         ReadExternalRecord(walk);
-        if (walk.entries.size() != nof_entries && EntryName(walk, walk.entries.back()) == name)
-            found = &walk.entries.back();
+        if (walk.entries.size() != nof_entries && name == walk.name)
+            found = static_cast<uint32_t>(nof_entries);
     }
     walk.cursor = Input.InputCursor;
     return found;
@@ -86,11 +92,11 @@ const ExternalEntry* ReadUntil(ExternalWalk& walk, std::string_view name) {
 bool FindExternalValue(const char* name, uint32_t& address) {
     if (Input.ExternalPartOffset == 0) return false;
     ExternalWalk& walk = Scopes.Indexes.Externals;
-    const ExternalEntry* entry = FindEntry(walk, name);
-    TraceSegments(walk, entry != nullptr ? entry->nof_segments : walk.nof_segments);
-    if (entry == nullptr && walk.ending == ExternalWalk::NOT_YET) entry = ReadUntil(walk, name);
-    if (entry != nullptr) {
-        address = entry->address;
+    std::optional<uint32_t> entry = FindEntry(walk, name);
+    TraceSegments(walk, entry ? &*entry : nullptr);
+    if (!entry && walk.ending == ExternalWalk::NOT_YET) entry = ReadUntil(walk, name);
+    if (entry) {
+        address = walk.entries[*entry].address;
         return true;
     }
     if (walk.ending == ExternalWalk::AT_OTHER_BYTE)

@@ -8,6 +8,13 @@ void StartScopes() {
     Scopes = ScopeState();
 }
 
+void FreeWalkIndexes() {
+    Scopes.Indexes.Externals = ExternalWalk();
+    Scopes.Indexes.Functions = FunctionMap();
+    Scopes.Indexes.GlobalFunctions = FunctionSymbols();
+    Scopes.Indexes.ModuleFunctions = FunctionSymbols();
+}
+
 void FreeScopeIndexes() {
     Scopes.Indexes = ScopeIndexes();
     Scopes.OpenLifetimes = std::vector<OpenLifetime>();

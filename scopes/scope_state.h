@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <deque>
 #include <vector>
 
 #include "base/hash_table.h"
@@ -34,10 +34,8 @@ struct StackCollection {
 // How far the external part has been read in search of addresses, and what has been passed. See
 // scopes/external_value.
 struct ExternalEntry {
-    uint32_t name_at;  // in ExternalWalk::names
-    uint32_t name_length;
+    uint32_t name_at;  // offset of the name field in the input
     uint32_t address;
-    uint32_t nof_segments;  // segment records in front of it
 };
 struct ExternalWalk {
     enum Ending { NOT_YET, AT_OTHER_BYTE, AT_OPEN_GROUP };
@@ -46,11 +44,11 @@ struct ExternalWalk {
     uint32_t cursor = 0;               // where to go on
     char name[SYMBOL_NAME_SIZE] = {};  // of the last group; stays where no name comes
     uint32_t nof_records = 0;
-    uint32_t nof_segments = 0;
-    std::vector<uint32_t> segments;  // of the segment records, for the trace
-    std::vector<ExternalEntry> entries;
-    std::string names;
-    HashTable<> by_name;  // the first entry of each name
+    std::deque<ExternalEntry> entries;
+    LargeHashTable by_name;  // the first entry of each name
+    // For the trace: the segment records, and how many of them stand in front of each entry.
+    std::vector<uint32_t> segments;
+    std::vector<uint32_t> nof_segments;
     Ending ending = NOT_YET;
     uint8_t end_byte = 0;
 };
@@ -88,6 +86,8 @@ extern ScopeState Scopes;
 // Starts a run.
 void StartScopes();
 
+// Frees what only the walk over the debug information needs.
+void FreeWalkIndexes();
 // Frees what only the scan needs; can be called twice.
 void FreeScopeIndexes();
 
