@@ -11,41 +11,10 @@ namespace {
 
 constexpr uint32_t MAX_NESTING = 1000;
 
-[[noreturn]] void StopAtEndOfInput() {
-    ReportAndStop("Unexpected end of file at %x\n", Input.InputLength);
-}
-
 }  // namespace
 
-uint32_t BytesLeft() {
-    return Input.InputLength - Input.InputCursor;
-}
-
-uint8_t PeekByte() {
-    if (Input.InputCursor >= Input.InputLength) StopAtEndOfInput();
-    return Input.InputImage[Input.InputCursor];
-}
-
-uint8_t ReadByte() {
-    const uint8_t byte = PeekByte();
-    ++Input.InputCursor;
-    return byte;
-}
-
-uint16_t ReadCode() {
-    const uint8_t* bytes = TakeBytes(2);
-    return static_cast<uint16_t>(bytes[0] | bytes[1] << 8);
-}
-
-const uint8_t* TakeBytes(uint32_t count) {
-    if (count > BytesLeft()) StopAtEndOfInput();
-    const uint8_t* bytes = Input.InputImage + Input.InputCursor;
-    Input.InputCursor += count;
-    return bytes;
-}
-
-void UnreadBytes(uint32_t count) {
-    Input.InputCursor -= count;
+void StopAtEndOfInput() {
+    ReportAndStop("Unexpected end of file at %x\n", Input.InputLength);
 }
 
 void SeekInput(uint32_t offset) {
@@ -53,14 +22,10 @@ void SeekInput(uint32_t offset) {
     Input.InputCursor = offset;
 }
 
-int ReadNumber(uint32_t& value) {
+int ReadLongNumber(uint32_t& value) {
     const uint8_t first = PeekByte();
     if (first > 0x88) return 0;
     ++Input.InputCursor;
-    if (first < 0x80) {
-        value = first;
-        return 1;
-    }
     if (first == 0x80) return 0;
     if (first > 0x84) ReportAndStop("Numbers longer than 32 bits are not supported\n");
     const uint32_t count = first - 0x80U;
@@ -69,21 +34,6 @@ int ReadNumber(uint32_t& value) {
     for (uint32_t i = 0; i < count; ++i) number = number << 8 | bytes[i];
     value = number;
     return 1;
-}
-
-uint32_t RequireNumber() {
-    uint32_t value = 0;
-    if (ReadNumber(value) == 0) UnexpectedRecord();
-    return value;
-}
-
-uint32_t OptionalNumber(uint32_t otherwise) {
-    ReadNumber(otherwise);
-    return otherwise;
-}
-
-void RequireIndex(uint32_t expected) {
-    if (RequireNumber() != expected) UnexpectedRecord();
 }
 
 uint32_t ReadName(char* buffer, uint32_t size) {

@@ -51,42 +51,56 @@ void ReadRepeat(LoadState& load) {
     load.repeats = static_cast<int32_t>(count);
 }
 
-// Every chunk goes to the Code records of the STF file and to the CodeTable.
-void EmitChunk(const LoadState& load, uint32_t size) {
+// Hands the next `size` bytes to the CodeTable in chunks.
+void KeepBytes(const LoadState& load, uint32_t address, uint32_t size) {
     CODEINFO record = {};
-    record.address = load.address;
-    record.length = size;
     record.module = -1;
     record.mem_type = load.mem_type;
-    const uint8_t* bytes = TakeBytes(size);
-    AddToCodeTable(record, bytes);
-    outCodeAdd(record, bytes);
+    while (size > 0) {
+        record.address = address;
+        record.length = std::min(size, MAX_CHUNK);
+        AddToCodeTable(record, TakeBytes(record.length));
+        address += record.length;
+        size -= record.length;
+    }
 }
 
-// Hands the next `size` bytes on in chunks.
-void EmitBytes(LoadState& load, uint32_t size) {
-    while (size > 0) {
-        const uint32_t piece = std::min(size, MAX_CHUNK);
-        EmitChunk(load, piece);
-        load.address += piece;
-        size -= piece;
+// With DebugMode every repetition is told and kept.
+void KeepRepetitions(const LoadState& load, uint32_t size, uint32_t repeats) {
+    const uint32_t first = Input.InputCursor;
+    uint32_t address = load.address;
+    for (uint32_t i = 0; i < repeats; ++i, address += size) {
+        Trace("Code: addr=%08X size=%d\n", address, static_cast<int32_t>(size));
+        KeepBytes(load, address, size);
+        Input.InputCursor = first;
     }
+}
+
+// Without it the table is as large; of bytes that the input does not have, the whole chunks count
+// in front of the end.
+void CountRepetitions(uint32_t size, uint32_t repeats) {
+    const uint32_t left = BytesLeft();
+    CountInCodeTable(size <= left ? size : left / MAX_CHUNK * MAX_CHUNK, repeats);
+}
+
+// The bytes go to the CodeTable and to the Code records of the STF file.
+void EmitBytes(LoadState& load, uint32_t size, uint32_t repeats) {
+    RequireRoomForCode(size, repeats);
+    if (Report.DebugMode != 0)
+        KeepRepetitions(load, size, repeats);
+    else
+        CountRepetitions(size, repeats);
+    const auto mem_type = static_cast<int8_t>(load.mem_type);
+    outCodeAdd(mem_type, load.address, TakeBytes(size), size, repeats);
+    load.address += size * repeats;
 }
 
 void ReadBytes(LoadState& load) {
     const uint32_t size = RequireNumber();
-    const uint32_t first = Input.InputCursor;
-    if (load.repeats <= 0) {
+    if (load.repeats > 0)
+        EmitBytes(load, size, static_cast<uint32_t>(load.repeats));
+    else
         TakeBytes(size);
-    } else {
-        RequireRoomForCode(size, static_cast<uint32_t>(load.repeats));
-        for (int32_t i = 0; i < load.repeats; ++i) {
-            Input.InputCursor = first;
-            Trace("Code: addr=%08X size=%d\n", load.address, static_cast<int32_t>(size));
-            EmitBytes(load, size);
-            if (size == 0 && Report.DebugMode == 0) break;  // nothing but the trace would come
-        }
-    }
     load.repeats = 1;
 }
 

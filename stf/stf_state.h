@@ -9,12 +9,15 @@
 
 namespace scan695 {
 
-// A stretch of target memory that waits for its Code record.
-struct CodeChunk {
-    int32_t mem_type;  // the memory type byte, widened with its sign
+// What a load record lays down: the same bytes `repeats` times, one behind the other. Neither
+// number is 0. Chunks that would start at or behind the end of the address space are a stretch of
+// their own.
+struct CodeStretch {
     uint32_t address;
     uint32_t size;
-    const uint8_t* bytes;  // in the image of the input
+    uint32_t repeats;
+    uint32_t offset;  // of the bytes, in the image of the input
+    int8_t mem_type;
 };
 
 // A type record's ordinal and the type index that stands in for it in type references.
@@ -45,7 +48,7 @@ struct StfState {
     int32_t StackAdjust = 0;  // added to the stack offset of every auto that is written
 
     std::vector<TypeAlias> TypeAliasTable;  // in the order of the numbers
-    std::vector<CodeChunk> code;            // in the order of the input
+    std::vector<CodeStretch> code;          // in the order of the input, then sorted
 };
 extern StfState Stf;
 

@@ -12,11 +12,17 @@
 //     }
 //
 // Writing cannot fail for the caller: a failed write to the disk is not noticed.
+//
+// Lines are most of what a conversion does. They are put together in line, so that keys and words
+// of a length known at the call are plain stores.
 #pragma once
 
+#include <cassert>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
+#include "base/number_text.h"
 #include "stf/stf_state.h"
 
 namespace scan695 {
@@ -32,28 +38,90 @@ void outCpu(const char* name, uint32_t c166);
 // A whole Attrib record.
 void outAttrib(const char* name, const char* value);
 
-// Lines of a record. Texts end at their first NUL.
-void outBegin(const char* kind, int32_t number);
-void outEnd();
-void outStr(const char* key, const char* text);
-void outDec(const char* key, int32_t value);
-void outHex(const char* key, uint32_t value);
-void outWord(const char* key, const char* word);
-void outRef(const char* key, const char* kind, int32_t number);
-void outComment(const char* text);
-
 // Writes out what the flush rule says: all of up to 0x40000 bytes, else exactly 0x40000.
 void outFlush();
 
-// One line under construction, for the forms that are not among the above. Appends straight to the
-// text buffer; End() adds CR LF and applies the flush rule.
+// One line under construction; there is never more than one. Appends straight to the text buffer,
+// where there is room for a whole line; End() adds CR LF and applies the flush rule.
 class StfLine {
   public:
-    StfLine& Text(std::string_view text);
-    StfLine& Char(char c);
-    StfLine& Dec(int32_t value);
-    StfLine& Hex(uint32_t value);  // with 0x in front
-    void End();
+    StfLine() : end_(StfText + Stf.position) {}
+
+    StfLine& Text(std::string_view text) {
+        assert(text.size() <= static_cast<size_t>(StfText + sizeof StfText - end_));
+        std::memcpy(end_, text.data(), text.size());
+        end_ += text.size();
+        return *this;
+    }
+    StfLine& Char(char c) {
+        *end_++ = c;
+        return *this;
+    }
+    // Between quotes. The text ends at its NUL.
+    StfLine& Quoted(const char* text) {
+        Char('"');
+        for (; *text != '\0'; ++text) {
+            if (*text == '\\' || *text == '"') [[unlikely]]
+                Char('\\');
+            Char(*text);
+        }
+        return Char('"');
+    }
+    StfLine& Dec(int32_t value) {
+        end_ = DecimalText(end_, value);
+        return *this;
+    }
+    // With 0x in front.
+    StfLine& Hex(uint32_t value) {
+        Text("0x");
+        end_ = HexText(end_, value);
+        return *this;
+    }
+    // The digits of `count` bytes.
+    StfLine& Bytes(const uint8_t* bytes, uint32_t count);
+
+    void End() {
+        Text("\r\n");
+        Stf.position = static_cast<uint32_t>(end_ - StfText);
+        if (Stf.position >= StfState::PAYLOAD) [[unlikely]]
+            outFlush();
+    }
+
+  private:
+    char* end_;
 };
+
+// Lines of a record. Texts end at their first NUL.
+inline void outBegin(std::string_view kind, int32_t number) {
+    StfLine().Text(kind).Char('.').Dec(number).Char('{').End();
+}
+
+inline void outEnd() {
+    StfLine().Char('}').End();
+}
+
+inline void outStr(std::string_view key, const char* text) {
+    StfLine().Text(key).Char('=').Quoted(text).Char(';').End();
+}
+
+inline void outDec(std::string_view key, int32_t value) {
+    StfLine().Text(key).Char('=').Dec(value).Char(';').End();
+}
+
+inline void outHex(std::string_view key, uint32_t value) {
+    StfLine().Text(key).Char('=').Hex(value).Char(';').End();
+}
+
+inline void outWord(std::string_view key, std::string_view word) {
+    StfLine().Text(key).Char('=').Text(word).Char(';').End();
+}
+
+inline void outRef(std::string_view key, std::string_view kind, int32_t number) {
+    StfLine().Text(key).Text("=@").Text(kind).Char('.').Dec(number).Char(';').End();
+}
+
+inline void outComment(std::string_view text) {
+    StfLine().Text("// ").Text(text).End();
+}
 
 }  // namespace scan695

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <string_view>
 
 #include "report/report.h"
 #include "stf/stf_stream.h"
@@ -14,7 +15,7 @@ namespace {
 
 constexpr uint32_t NAME_READ = 80;  // bytes read for a name, which takes 32 at most
 
-constexpr const char* BASIC_WORDS[] = {
+constexpr std::string_view BASIC_WORDS[] = {
     "void",     "uchar",  "char",          "ushort",      "short", "uint",   "int",   "ulong",
     "long",     "float",  "double",        "ldouble",     "bit",   "???",    "???",   "???",
     "???",      "???",    "???",           "???",         "???",   "???",    "???",   "???",
@@ -31,7 +32,7 @@ const TypeAlias* FindTypeAlias(uint32_t number) {
     return pair != aliases.end() && pair->number == number ? &*pair : nullptr;
 }
 
-const char* BasicWord(uint32_t type_index) {
+std::string_view BasicWord(uint32_t type_index) {
     return type_index < NOF_WORDS ? BASIC_WORDS[type_index] : "???";
 }
 
@@ -50,7 +51,7 @@ void FreeTypeAliases() {
     Stf.TypeAliasTable = std::vector<TypeAlias>();
 }
 
-void outName(const char* key, uint32_t name_offs) {
+void outName(std::string_view key, uint32_t name_offs) {
     if (name_offs == 0) {
         outStr(key, "");
         return;
@@ -60,7 +61,7 @@ void outName(const char* key, uint32_t name_offs) {
     outStr(key, text);
 }
 
-void outType(const char* key, uint32_t type_index) {
+void outType(std::string_view key, uint32_t type_index) {
     uint32_t index = IsTypeMarker(type_index) ? static_cast<uint32_t>(TYPE_INT) : type_index;
     if (index >= FIRST_TYPE_INDEX)
         if (const TypeAlias* alias = FindTypeAlias(index - FIRST_TYPE_INDEX)) index = alias->target;

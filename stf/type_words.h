@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace scan695 {
 
@@ -14,11 +15,11 @@ void FreeTypeAliases();
 
 // Quoted field line whose text is read from the image at `name_offs`; empty text for 0. An offset
 // outside the image ends the run.
-void outName(const char* key, uint32_t name_offs);
+void outName(std::string_view key, uint32_t name_offs);
 
 // Type reference: the word of a basic type, "int" for a marker, or @Type.N with at most one step
 // through the TypeAliasTable.
-void outType(const char* key, uint32_t type_index);
+void outType(std::string_view key, uint32_t type_index);
 
 // Member records for the `count` elements of the list at `field_offs`; nothing for a count of 0 or
 // less or an offset of 0. An offset outside the image ends the run.

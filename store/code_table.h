@@ -14,6 +14,10 @@ inline constexpr uint32_t MAX_CHUNK = 256;  // bytes of a chunk
 // 2^31 bytes and more, end the run.
 void AddToCodeTable(const CODEINFO& record, const uint8_t* bytes);
 
+// Counts the chunks of `size` bytes, `repeats` times, where the table is not kept. A table that
+// would have 2^31 bytes or more ends the run.
+void CountInCodeTable(uint32_t size, uint32_t repeats);
+
 // Ends the run with "Error: not enough memory\n" when `repeats` times `size` bytes more would take
 // the collected code to 2^31 bytes or beyond.
 void RequireRoomForCode(uint32_t size, uint32_t repeats);
