@@ -36,6 +36,94 @@ TypeDef NumberedType(uint32_t i, uint32_t per_block) {
                       : def::Array(before == FIRST_TYPE + i ? INT : before, 3);
 }
 
+// ---- The modules of the mixed program ------------------------------------------------------
+
+constexpr uint32_t FUNCTIONS = 12;       // of a module
+constexpr uint32_t FUNCTION_SIZE = 256;  // in bytes of code
+constexpr uint32_t MODULE_SIZE = FUNCTIONS * FUNCTION_SIZE;
+constexpr uint32_t LINES_A_FUNCTION = 16;
+constexpr uint32_t VARIABLES = 8;  // of a module, static and global ones each
+constexpr uint32_t FUNCTION_TYPE = FIRST_TYPE;
+
+Bytes MixedTypes(Indexes& index) {
+    uint32_t type = FUNCTION_TYPE;
+    Bytes types = NamedType(index(), "handler", type++, def::Function({.returns = INT}));
+    types += NamedType(index(), "sensor_t", type++,
+                       def::Struct(12, {{"raw_value", INT, 0},
+                                        {"filtered", INT, 2},
+                                        {"limit_low", INT, 4},
+                                        {"limit_high", INT, 6},
+                                        {"error_count", INT, 8},
+                                        {"state", INT, 10}}));
+    types += NamedType(index(), "sensor_p", type, def::SmallPointer(type - 1));
+    types += NamedType(index(), "sensors", type + 1, def::Array(type - 1, 15));
+    types += NamedType(index(), "gear_t", type + 2,
+                       def::Enum({{"gear_park", 0}, {"gear_reverse", 1}, {"gear_drive", 2}}));
+    types += NamedType(
+        index(), "flags_t", type + 3,
+        def::Struct(2, {{"valid", def::Bitfield(0, 1), 0}, {"channel", def::Bitfield(0, 5), 1}}));
+    return types;
+}
+
+Bytes MixedFunction(Indexes& index, uint32_t module, uint32_t number) {
+    const uint32_t begin = module * MODULE_SIZE + number * FUNCTION_SIZE;
+    Bytes body;
+    for (const char* name : {"result", "counter", "channel_index"}) {
+        const uint32_t i = index();
+        body += AutoVariable(i, name, INT, 4 * number);
+        body += Lifetime(i, begin + 16, begin + 63, 1, 4 * number) +
+                Lifetime(i, begin + 64, begin + 127, 2, number % 16);
+    }
+    const uint32_t i = index();
+    body += Bb6({.begin = begin + 32,
+                 .end = begin + 95,
+                 .body = AutoVariable(i, "scratch", FIRST_TYPE + 2, 2) +
+                         Lifetime(i, begin + 32, begin + 95, 1, 2)});
+    return Bb4({.name = "function_" + std::to_string(module) + "_" + std::to_string(number),
+                .type = FUNCTION_TYPE,
+                .begin = begin,
+                .end = begin + FUNCTION_SIZE - 1,
+                .body = body});
+}
+
+Bytes MixedVariables(Indexes& index, uint32_t module) {
+    Bytes variables;
+    for (uint32_t i = 0; i < VARIABLES; ++i) {
+        const uint32_t number = module * VARIABLES + i;
+        variables += StaticVariable(index(), Numbered("state_", i), FIRST_TYPE + 1 + i % 5,
+                                    0x800000 + 32 * number, 2);
+        variables +=
+            GlobalVariable(index(), Numbered("global_", number), INT, 0xC00000 + 2 * number, 2);
+    }
+    return variables;
+}
+
+Bytes MixedLines(uint32_t module) {
+    Bytes lines = Nn(0x46, "");
+    for (uint32_t i = 0; i < FUNCTIONS * LINES_A_FUNCTION; ++i)
+        lines += Line(0x46, 20 + i, module * MODULE_SIZE + i * (FUNCTION_SIZE / LINES_A_FUNCTION));
+    return lines;
+}
+
+Bytes MixedModule(uint32_t module) {
+    Indexes index;
+    const std::string name = Numbered("MODULE_", module);
+    const Bytes types = MixedTypes(index);
+    Bytes scopes;
+    for (uint32_t i = 0; i < FUNCTIONS; ++i) scopes += MixedFunction(index, module, i);
+    scopes += MixedVariables(index, module);
+    return Bb1(name, types) + Bb3(name, scopes) + Bb5(name + ".c", MixedLines(module));
+}
+
+// Half of the public symbols are known from the modules.
+Bytes MixedPublics(uint32_t module) {
+    Bytes publics;
+    for (uint32_t i = module * VARIABLES; i < (module + 1) * VARIABLES; ++i)
+        publics += PublicSymbol(32 + i, Numbered("global_", i), INT, 8, 0xC00000 + 2 * i) +
+                   PublicSymbol(32 + i, Numbered("_label_", i), 0, 19, 16 * i, 1);
+    return publics;
+}
+
 Bytes GlobalsModule(uint32_t count) {
     Bytes body;
     for (uint32_t i = 0; i < count; ++i)
@@ -125,6 +213,25 @@ Bytes CodeProgram(uint32_t size) {
     Bytes data = UseSegment(1);
     for (uint32_t done = 0; done < size; done += PIECE) data += Load(piece);
     return Build({.segments = Segment(1, Memory::CODE, "TEXT", 0, size), .data = data});
+}
+
+Bytes MixedProgram(uint32_t count) {
+    Bytes debug;
+    Bytes external;
+    Bytes data = UseSegment(1);
+    Bytes code;
+    for (uint32_t i = 0; i < MODULE_SIZE; ++i) code += Bytes{static_cast<uint8_t>(i * 7 >> 3)};
+    for (uint32_t module = 0; module < count; ++module) {
+        debug += MixedModule(module);
+        external += MixedPublics(module);
+        data += LoadAt(1, module * MODULE_SIZE) + Load(code);
+    }
+    return Build({.processor = "296sa_e",
+                  .segments = Segment(1, Memory::CODE, "TEXT", 0, count * MODULE_SIZE),
+                  .external = external + Bytes{0xE1},
+                  .debug = debug,
+                  .data = data,
+                  .trailer = Trailer(0)});
 }
 
 }  // namespace scan695::bench

@@ -29,4 +29,8 @@ builder::Bytes BlocksProgram(uint32_t count);
 // A code image of `size` bytes in load records of 64 KB.
 builder::Bytes CodeProgram(uint32_t size);
 
+// `count` modules like those of a large program: types of every kind, functions with inner blocks
+// and variables that live in several places, statics, globals, lines, public symbols, code.
+builder::Bytes MixedProgram(uint32_t count);
+
 }  // namespace scan695::bench

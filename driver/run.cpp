@@ -11,6 +11,7 @@
 #include "fst/fst_file.h"
 #include "input/input_state.h"
 #include "platform/files.h"
+#include "platform/memory.h"
 #include "reader/module_header.h"
 #include "report/report.h"
 #include "scopes/scope_state.h"
@@ -53,7 +54,7 @@ void LoadInput(const char* path) {
     if (length < 0 || length > ChunkFile::MAX_SIZE) ReportAndStop(ERROR_NO_MEMORY);
     const auto size = static_cast<size_t>(length);
     Input.InputLength = static_cast<uint32_t>(size);
-    Input.InputImage = static_cast<uint8_t*>(std::malloc(size));
+    Input.InputImage = static_cast<uint8_t*>(AllocateLarge(size));
     const bool allocated = size == 0 || Input.InputImage != nullptr;
     if (!allocated || std::fread(Input.InputImage, 1, size, file.get()) != size)
         ReportAndStop(ERROR_NO_MEMORY);
@@ -93,6 +94,7 @@ int32_t RunConversion(const char* input_path) {
     outClose();
     FreeInput();
     if (Report.DebugMode != 0) FinishFstFile();
+    StopCollectingLines();
     return 0;
 }
 

@@ -1,5 +1,5 @@
-// What differs between systems about files: the length of an open one, whether two paths name the
-// same one, and where the FST file lies on disk.
+// What differs between systems about files: the length of an open one and how it is buffered,
+// whether two paths name the same one, and where the FST file lies on disk.
 #pragma once
 
 #include <cstdint>
@@ -10,6 +10,10 @@ namespace scan695 {
 
 // The length of an open file in bytes; -1 when the system does not tell.
 int64_t FileLength(std::FILE* file);
+
+// True for a stream that gathers its text into blocks, as files and pipes are written; false for
+// one that shows each line or byte at once, and where the system does not tell.
+bool IsBlockBuffered(std::FILE* file);
 
 // True when both paths lead to the same existing file (links followed).
 bool IsSameFile(const std::string& a, const std::string& b);

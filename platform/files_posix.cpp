@@ -1,3 +1,6 @@
+#if __has_include(<stdio_ext.h>)
+#include <stdio_ext.h>
+#endif
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,6 +11,14 @@ namespace scan695 {
 int64_t FileLength(std::FILE* file) {
     struct stat status;
     return fstat(fileno(file), &status) == 0 ? static_cast<int64_t>(status.st_size) : -1;
+}
+
+bool IsBlockBuffered(std::FILE* file) {
+#if __has_include(<stdio_ext.h>)
+    return __flbf(file) == 0 && __fbufsize(file) > 1;
+#else
+    return static_cast<void>(file), false;
+#endif
 }
 
 bool IsSameFile(const std::string& a, const std::string& b) {

@@ -24,6 +24,10 @@ int64_t FileLength(std::FILE* file) {
     return _filelengthi64(_fileno(file));
 }
 
+bool IsBlockBuffered(std::FILE* file) {
+    return _isatty(_fileno(file)) == 0;  // there is no line buffering
+}
+
 bool IsSameFile(const std::string& a, const std::string& b) {
     BY_HANDLE_FILE_INFORMATION x;
     BY_HANDLE_FILE_INFORMATION y;

@@ -40,6 +40,7 @@ void WaitForEnter() {
 
 // The steps of a report; comes back for code 0 only.
 void MakeReport(int32_t code, const char* format, va_list arguments) {
+    StopCollectingLines();
     RunHook(Report.CleanupHook);
     char message[256];
     std::vsnprintf(message, sizeof message, format, arguments);
@@ -57,6 +58,7 @@ void MakeReport(int32_t code, const char* format, va_list arguments) {
 void StartReport(uint32_t debug_mode) {
     AbortRequested = 0;
     Report = {.DebugMode = debug_mode};
+    StartCollectingLines();
 }
 
 void ReportAndStop(const char* format, ...) {
@@ -74,21 +76,6 @@ void ReportAndGoOn(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
     MakeReport(0, format, arguments);
-    va_end(arguments);
-}
-
-void Trace(const char* format, ...) {
-    if (Report.DebugMode == 0) return;
-    va_list arguments;
-    va_start(arguments, format);
-    std::vprintf(format, arguments);
-    va_end(arguments);
-}
-
-void PrintLine(const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    std::vprintf(format, arguments);
     va_end(arguments);
 }
 

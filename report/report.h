@@ -5,6 +5,9 @@
 
 #include <csignal>
 #include <cstdint>
+#include <type_traits>
+
+#include "report/console.h"
 
 #if defined(__MINGW32__)
 #define SCAN695_PRINTF(text, first) __attribute__((format(gnu_printf, text, first)))
@@ -59,10 +62,18 @@ extern const char* const ErrorMessageTable[NOF_ERROR_MESSAGES];
 void ReportAndGoOn(const char* format, ...) SCAN695_PRINTF(1, 2);
 
 // Prints a line of the trace on standard output; does nothing without DebugMode.
-void Trace(const char* format, ...) SCAN695_PRINTF(1, 2);
+template <class... Values>
+inline void Trace(LineForm<std::type_identity_t<Values>...> form, Values... values) {
+    if (Report.DebugMode != 0) [[unlikely]]
+        AppendLineOf(form.Text(), values...);
+}
 
 // Prints a console line of every run on standard output.
-void PrintLine(const char* format, ...) SCAN695_PRINTF(1, 2);
+template <class... Values>
+inline void PrintLine(LineForm<std::type_identity_t<Values>...> form, Values... values) {
+    AppendLineOf(form.Text(), values...);
+    FlushLines();
+}
 
 // The handler of SIGINT: notes the wish to stop and installs itself again.
 void OnInterrupt(int signal_number);

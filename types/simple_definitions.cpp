@@ -31,9 +31,12 @@ uint32_t AliasTo(const Definition& definition, uint32_t fst_ti) {
 
 void TraceTypedef(const Definition& definition, const char* kind, uint32_t target,
                   uint32_t fst_ti) {
-    Trace(definition.letter == 'T' ? "%s T TYPEDEF %u, name=%s assigned as %u (fst_ti=%u)\n"
-                                   : "%s t TYPEDEF %x, name=%s assigned as %x (fst_ti=%u)\n",
-          kind, definition.tk_idx, definition.name, target, fst_ti);
+    if (definition.letter == 'T')
+        Trace("%s T TYPEDEF %u, name=%s assigned as %u (fst_ti=%u)\n", kind, definition.tk_idx,
+              definition.name, target, fst_ti);
+    else
+        Trace("%s t TYPEDEF %x, name=%s assigned as %x (fst_ti=%u)\n", kind, definition.tk_idx,
+              definition.name, target, fst_ti);
 }
 
 // A typedef of a compound type gets a copy of the target's record. It cannot wait for a target that

@@ -1,6 +1,7 @@
 // The data part and the Code records that come of it.
 
 #include <algorithm>
+#include <random>
 
 #include "tests/support/test.h"
 
@@ -81,6 +82,70 @@ TEST(Load, CodeRecords) {
         const std::string text = UnixLines(result.stf);
         EXPECT_EQ(result.status, 0) << c.what;
         EXPECT_EQ(text.substr(std::min(text.find("Code.0{"), text.size())), c.records) << c.what;
+    }
+}
+
+struct PlainChunk {
+    bool data;
+    uint32_t address;
+    std::string lines;
+    uint32_t size;
+};
+
+// Adds the chunks of a load record one by one.
+void AddPlain(std::vector<PlainChunk>& chunks, bool data, uint32_t address, const Bytes& bytes) {
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        if (i % 256 == 0) chunks.push_back({data, address + static_cast<uint32_t>(i), "", 0});
+        PlainChunk& chunk = chunks.back();
+        char digits[3];
+        std::snprintf(digits, sizeof digits, "%02X", bytes[i]);
+        if (chunk.size % 32 == 0) chunk.lines += "\"";
+        chunk.lines += digits;
+        if (++chunk.size % 32 == 0 || i + 1 == bytes.size()) chunk.lines += "\"\n";
+    }
+}
+
+std::string PlainCode(std::vector<PlainChunk> chunks) {
+    std::ranges::stable_sort(
+        chunks, {}, [](const PlainChunk& chunk) { return std::pair(chunk.data, chunk.address); });
+    std::string text;
+    int number = 0;
+    for (size_t i = 0; i < chunks.size();) {
+        PlainChunk run = chunks[i];
+        while (++i < chunks.size() && chunks[i].data == run.data &&
+               chunks[i].address == run.address + run.size) {
+            run.size += chunks[i].size;
+            run.lines += chunks[i].lines;
+        }
+        char place[32];
+        char size[16];
+        std::snprintf(place, sizeof place, "%s0x%x", run.data ? "data " : "", run.address);
+        std::snprintf(size, sizeof size, "0x%x", run.size);
+        text += Code(number++, place, size, run.lines);
+    }
+    return text;
+}
+
+// Repeats over one another and over the end of the address space.
+TEST(Load, AgainstAPlainSort) {
+    std::mt19937 random(695);
+    for (int round = 0; round < 150; ++round) {
+        Bytes records;
+        std::vector<PlainChunk> chunks;
+        const uint32_t base = round % 2 == 0 ? 0x1000 : 0xFFFFFFF0 - random() % 300;
+        for (int i = 0; i < 5; ++i) {
+            const bool data = random() % 4 == 0;
+            const uint32_t address = base + random() % 24;
+            const uint32_t times = 1 + random() % 6;
+            const size_t size = random() % 3 == 0 ? random() % 600 : 1 + random() % 4;
+            const Bytes bytes = Times(size, {static_cast<uint8_t>(random())});
+            records += UseSegment(data ? 3 : 1) + LoadAt(1, address) + Repeat(times) + Load(bytes);
+            for (uint32_t k = 0; k < times; ++k)
+                AddPlain(chunks, data, address + k * static_cast<uint32_t>(size), bytes);
+        }
+        const std::string text = UnixLines(ConvertData(records).stf);
+        ASSERT_EQ(text.substr(std::min(text.find("Code.0{"), text.size())), PlainCode(chunks))
+            << round;
     }
 }
 
