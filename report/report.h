@@ -35,7 +35,7 @@ extern ReportState Report;
 // Set by OnInterrupt, read by ProgressTick; apart from Report since the handler writes it.
 extern volatile std::sig_atomic_t AbortRequested;
 
-// Starts a run: no hooks, and an interrupt of an earlier run is forgotten.
+// Starts a run: no hooks, an interrupt of an earlier run is forgotten, lines are collected.
 void StartReport(uint32_t debug_mode);
 
 enum ErrorMessage : uint32_t {

@@ -128,7 +128,8 @@ std::string PlainCode(std::vector<PlainChunk> chunks) {
 
 // Repeats over one another and over the end of the address space.
 TEST(Load, AgainstAPlainSort) {
-    std::mt19937 random(695);
+    std::mt19937 generator(695);
+    const auto random = [&generator] { return static_cast<uint32_t>(generator()); };
     for (int round = 0; round < 150; ++round) {
         Bytes records;
         std::vector<PlainChunk> chunks;
