@@ -1,10 +1,16 @@
 #include <fcntl.h>
 #include <io.h>
-#include <stdio.h>
 #include <sys/stat.h>
+#include <windows.h>
+// clang-format off
+#include <shellapi.h>
+// clang-format on
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstdio>
+#include <cwctype>
 #include <system_error>
 
 #include "cli/host.h"
@@ -14,50 +20,215 @@ namespace scan695::cli {
 namespace {
 
 constexpr size_t LARGEST_TRANSFER = 1 << 30;
+constexpr DWORD PIPE_BYTES = 65536;
+constexpr DWORD POLL_PAUSE = 2;  // milliseconds
+constexpr UINT KILLED = 1;
+constexpr DWORD FIRST_EXCEPTION = 0xC0000000;  // exit codes from here on are not the program's own
+constexpr char CHILD_OPTION[] = "--convert-in-child";
+
+void (*termination_handler)(int);
+CRITICAL_SECTION termination_lock;  // handlers run in a thread of their own
+
+std::wstring Wide(const std::string& text) {
+    return ToPath(text).wstring();
+}
 
 unsigned TransferSize(size_t size) {
     return static_cast<unsigned>(std::min(size, LARGEST_TRANSFER));
 }
 
+void SetErrno() {
+    switch (GetLastError()) {
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+        case ERROR_INVALID_NAME:
+        case ERROR_BAD_NETPATH:
+            errno = ENOENT;
+            break;
+        case ERROR_ACCESS_DENIED:
+        case ERROR_SHARING_VIOLATION:
+            errno = EACCES;
+            break;
+        case ERROR_ALREADY_EXISTS:
+        case ERROR_FILE_EXISTS:
+            errno = EEXIST;
+            break;
+        case ERROR_DISK_FULL:
+        case ERROR_HANDLE_DISK_FULL:
+            errno = ENOSPC;
+            break;
+        case ERROR_NOT_ENOUGH_MEMORY:
+            errno = ENOMEM;
+            break;
+        default:
+            errno = EIO;
+    }
+}
+
+FileStatus StatusFrom(HANDLE file) {
+    FileStatus status;
+    const DWORD type = GetFileType(file);
+    if (type != FILE_TYPE_DISK) {
+        status.kind = type == FILE_TYPE_CHAR ? FileKind::DEVICE : FileKind::OTHER;
+        status.identity = "handle " + std::to_string(reinterpret_cast<uintptr_t>(file));
+        return status;
+    }
+    BY_HANDLE_FILE_INFORMATION information;
+    if (GetFileInformationByHandle(file, &information) == 0) {
+        SetErrno();
+        return {};
+    }
+    const bool is_folder = (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    status.kind = is_folder ? FileKind::DIRECTORY : FileKind::REGULAR;
+    status.size = uint64_t{information.nFileSizeHigh} << 32 | information.nFileSizeLow;
+    status.device = information.dwVolumeSerialNumber;
+    status.identity =
+        std::to_string(status.device) + ':' +
+        std::to_string(uint64_t{information.nFileIndexHigh} << 32 | information.nFileIndexLow);
+    return status;
+}
+
+// A handle that the child gets.
+HANDLE Inheritable(HANDLE handle) {
+    HANDLE copy = INVALID_HANDLE_VALUE;
+    const HANDLE self = GetCurrentProcess();
+    if (DuplicateHandle(self, handle, self, &copy, 0, TRUE, DUPLICATE_SAME_ACCESS) == 0)
+        return INVALID_HANDLE_VALUE;
+    return copy;
+}
+
+HANDLE HandleOf(int descriptor) {
+    return reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
+}
+
+std::wstring OwnProgram() {
+    std::wstring name(32768, L'\0');
+    name.resize(GetModuleFileNameW(nullptr, name.data(), static_cast<DWORD>(name.size())));
+    return name;
+}
+
+// The names of a task are this program's own and need no quotes.
+bool StartProcess(const ChildTask& task, HANDLE input, HANDLE output,
+                  PROCESS_INFORMATION& process) {
+    STARTUPINFOW start = {};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdInput = input;
+    start.hStdOutput = output;
+    start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
+    std::wstring command = Wide(std::string("scan695 ") + CHILD_OPTION + ' ' + task.input + ' ' +
+                                task.stf + (task.debug ? " 1" : " 0"));
+    // In a group of its own the child does not hear of an interrupt from the keyboard.
+    return CreateProcessW(OwnProgram().c_str(), command.data(), nullptr, nullptr, TRUE,
+                          CREATE_NEW_PROCESS_GROUP, nullptr, Wide(task.folder).c_str(), &start,
+                          &process) != 0;
+}
+
+void OnSignal(int signal_number) {
+    EnterCriticalSection(&termination_lock);
+    termination_handler(signal_number);
+}
+
 }  // namespace
+
+const char* const NULL_DEVICE = "NUL";
+
+std::vector<std::string> ArgumentsOf(int, char**) {
+    int count = 0;
+    wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i) arguments.push_back(ToText(words[i]));
+    LocalFree(words);
+    return arguments;
+}
 
 void ClaimStandardStreams() {}  // the C runtime opens all three
 
-int OpenForReading(const char* path) {
-    return _open(path, _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+std::filesystem::path ToPath(const std::string& text) {
+    return std::u8string(text.begin(), text.end());
 }
 
-int OpenForWriting(const char* path) {
-    return _open(path, _O_WRONLY | _O_BINARY | _O_NOINHERIT);
+std::string ToText(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
 }
 
-int OpenNull() {
-    return _open("NUL", _O_RDONLY);
+FileStatus StatusOf(const std::string& path) {
+    const HANDLE file =
+        CreateFileW(Wide(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        SetErrno();
+        return {};
+    }
+    const FileStatus status = StatusFrom(file);
+    CloseHandle(file);
+    return status;
 }
 
-int CreateNew(const char* path, bool) {
-    return _open(path, _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
-                 _S_IREAD | _S_IWRITE);
+FileStatus StatusOf(int descriptor) {
+    return StatusFrom(HandleOf(descriptor));
 }
 
-bool MakePipe(int ends[2]) {
-    return _pipe(ends, 65536, _O_BINARY | _O_NOINHERIT) == 0;
+std::string FoldedName(const std::string& name) {
+    std::wstring folded = Wide(name);
+    for (wchar_t& c : folded) c = static_cast<wchar_t>(std::towlower(c));
+    return ToText(folded);
 }
 
-int Duplicate(int descriptor) {
-    return _dup(descriptor);
+int OpenForReading(const std::string& path) {
+    return _wopen(Wide(path).c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
 }
 
-bool Redirect(int descriptor, int target) {
-    return _dup2(descriptor, target) == 0;
+int OpenPipeForReading(const std::string& path) {
+    return OpenForReading(path);  // a named pipe without a writer cannot be opened
+}
+
+int OpenForAppending(const std::string& path) {
+    return _wopen(Wide(path).c_str(), _O_WRONLY | _O_APPEND | _O_BINARY | _O_NOINHERIT);
+}
+
+int CreateNew(const std::string& path) {
+    return _wopen(Wide(path).c_str(), _O_RDWR | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
+                  _S_IREAD | _S_IWRITE);
+}
+
+bool CreatePrivateFolder(const std::string& path) {
+    if (CreateDirectoryW(Wide(path).c_str(), nullptr) != 0) return true;
+    SetErrno();
+    return false;
+}
+
+// A symbolic link takes a privilege, and a hard link to a file that is read-only cannot be removed.
+bool MakeLink(const std::string&, const std::string&) {
+    errno = EPERM;
+    return false;
+}
+
+bool CanWrite(const std::string& path) {
+    return _waccess(Wide(path).c_str(), 2) == 0;
+}
+
+void RemoveFile(const char* path) {
+    DeleteFileW(Wide(path).c_str());
+}
+
+void RemoveEmptyFolder(const char* path) {
+    RemoveDirectoryW(Wide(path).c_str());
 }
 
 void MakeBinary(int descriptor) {
     _setmode(descriptor, _O_BINARY);
 }
 
+bool IsTerminal(int descriptor) {
+    DWORD mode = 0;  // the null device is no console, though _isatty takes it for one
+    return GetConsoleMode(HandleOf(descriptor), &mode) != 0;
+}
+
 long ReadSome(int descriptor, char* buffer, size_t size) {
-    return _read(descriptor, buffer, TransferSize(size));
+    const int count = _read(descriptor, buffer, TransferSize(size));
+    return count < 0 && errno == EPIPE ? 0 : count;
 }
 
 bool WriteAll(int descriptor, const char* bytes, size_t size) {
@@ -74,43 +245,100 @@ bool CloseDescriptor(int descriptor) {
     return _close(descriptor) == 0;
 }
 
-bool CanRead(const char* path) {
-    return _access(path, 4) == 0;
+bool CanBeClosed(int) {
+    return true;  // writes are not put off
 }
 
-bool CanWrite(const char* path) {
-    return _access(path, 2) == 0;
+bool StartChild(const ChildTask& task, Child& child) {
+    int ends[2];
+    if (_pipe(ends, PIPE_BYTES, _O_BINARY | _O_NOINHERIT) != 0) return false;
+    const int null = _open(NULL_DEVICE, _O_RDONLY | _O_NOINHERIT);
+    const HANDLE input = Inheritable(HandleOf(null));
+    const HANDLE output = Inheritable(HandleOf(ends[1]));
+    PROCESS_INFORMATION process = {};
+    const bool is_started = StartProcess(task, input, output, process);
+    if (!is_started) SetErrno();
+    const int error = errno;
+    CloseHandle(input);
+    CloseHandle(output);
+    _close(null);
+    _close(ends[1]);
+    if (is_started) {
+        CloseHandle(process.hThread);
+        child = {reinterpret_cast<intptr_t>(process.hProcess), ends[0]};
+    } else {
+        _close(ends[0]);
+    }
+    errno = error;
+    return is_started;
 }
 
-bool IsOpenAs(int, const char*) {
-    return false;
-}  // the runtime knows no identity of open files
+int WaitForConsole(const std::vector<int>& consoles, int milliseconds) {
+    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+    do {
+        for (size_t i = 0; i < consoles.size(); ++i) {
+            DWORD available = 0;
+            const bool is_open =
+                PeekNamedPipe(HandleOf(consoles[i]), nullptr, 0, nullptr, &available, nullptr) != 0;
+            if (!is_open || available > 0) return static_cast<int>(i);
+        }
+        Sleep(POLL_PAUSE);
+    } while (GetTickCount64() < end);
+    return -1;
+}
+
+ChildEnd WaitForChild(const Child& child) {
+    const auto process = reinterpret_cast<HANDLE>(child.process);
+    WaitForSingleObject(process, INFINITE);
+    DWORD status = 0;
+    GetExitCodeProcess(process, &status);
+    if (status >= FIRST_EXCEPTION) return {0, static_cast<int>(status), false};
+    return {static_cast<int>(status), 0, false};
+}
+
+void CloseChild(const Child& child) {
+    _close(child.console);
+    CloseHandle(reinterpret_cast<HANDLE>(child.process));
+}
+
+void KillChild(intptr_t process) {
+    const auto handle = reinterpret_cast<HANDLE>(process);
+    TerminateProcess(handle, KILLED);
+    WaitForSingleObject(handle, INFINITE);
+    CloseHandle(handle);
+}
+
+int RunAsChild(const std::vector<std::string>& arguments) {
+    if (arguments.size() != 4 || arguments[0] != CHILD_OPTION) return -1;
+    return ConvertHere({"", arguments[1], arguments[2], arguments[3] == "1"});
+}
 
 void CatchTermination(void (*handler)(int)) {
-    signal(SIGINT, handler);
-    signal(SIGTERM, handler);
-    signal(SIGBREAK, handler);
+    termination_handler = handler;
+    InitializeCriticalSection(&termination_lock);
+    for (const int number : {SIGINT, SIGTERM, SIGBREAK}) signal(number, OnSignal);
 }
 
-bool IsInterruptRequest(int signal_number) {
-    return signal_number != SIGINT;
+void DieOfSignal(int) {
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(STATUS_CONTROL_C_EXIT));
 }
 
-void DieOfSignal(int signal_number) {
-    signal(signal_number, SIG_DFL);
-    raise(signal_number);
+HoldSignals::HoldSignals() {
+    EnterCriticalSection(&termination_lock);
 }
 
-void RemoveFile(const char* path) {
-    _unlink(path);
-}
-
-void CloseStrayStreams() {
-    _fcloseall();
+HoldSignals::~HoldSignals() {
+    LeaveCriticalSection(&termination_lock);
 }
 
 std::string ErrorText(int error_number) {
     return std::error_code(error_number, std::generic_category()).message();
+}
+
+std::string SignalText(int signal_number) {
+    char text[32];
+    std::snprintf(text, sizeof text, "exception %08X", static_cast<unsigned>(signal_number));
+    return text;
 }
 
 }  // namespace scan695::cli
