@@ -2,11 +2,13 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <vector>
 
 #include "cli/complain.h"
 #include "cli/file_head.h"
+#include "cli/host.h"
 #include "cli/local_file.h"
 #include "cli/run.h"
 #include "scan695.h"
@@ -37,6 +39,24 @@ bool Converts(const std::string& path) {
     return converts;
 }
 
+// Check reads the first bytes alone; where the name may not do, they get a plain one.
+bool IsRecognised(const std::string& path) {
+    if (IsLibraryName(path)) return Check(0, path.c_str()) != 0;
+    Staging staging;
+    if (!MakeStaging("", staging)) return false;
+    const std::string head = HeadOf(path);
+    const int copy = CreateNew(staging.PathOf(staging.input));
+    bool is_recognised = false;
+    if (copy != -1 && WriteAll(copy, head.data(), head.size()) && CloseDescriptor(copy)) {
+        const std::filesystem::path back = std::filesystem::current_path();
+        std::filesystem::current_path(ToPath(staging.folder));
+        is_recognised = Check(0, staging.input.c_str()) != 0;
+        std::filesystem::current_path(back);
+    }
+    RemoveStaging(staging);
+    return is_recognised;
+}
+
 // True if Check recognises it.
 bool CheckFile(const std::string& file) {
     const LocalFile local(file, false);
@@ -44,7 +64,7 @@ bool CheckFile(const std::string& file) {
         Complain(file, local.cause);
         return false;
     }
-    const bool is_recognised = Check(0, local.path.c_str()) != 0;
+    const bool is_recognised = IsRecognised(local.path);
     const char* answer = "for this scanner";
     if (!is_recognised) {
         answer = IsObject(HeadOf(local.path)) && Converts(local.path)

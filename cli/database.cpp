@@ -2,6 +2,7 @@
 
 #include "cli/complain.h"
 #include "cli/file_head.h"
+#include "cli/host.h"
 #include "cli/local_file.h"
 #include "cli/run.h"
 
@@ -12,7 +13,7 @@ namespace {
 std::optional<inspector::Fst> Load(const std::string& file, const std::string& path) {
     inspector::Fst fst;
     std::string error;
-    if (!inspector::Load(path, fst, error)) {
+    if (!inspector::Load(ToPath(path), fst, error)) {
         Complain(file, error);
         return {};
     }

@@ -47,6 +47,12 @@ FileStatus StatusOf(int descriptor);
 // Two names in one directory that the file system takes for one are folded to the same text.
 std::string FoldedName(const std::string& name);
 
+// True for a name that the system keeps for a device, whatever the folder and the extension.
+bool IsDeviceName(const std::string& path);
+inline constexpr char DEVICE_NAME[] = "the name is kept for a device";
+// True if the library, which takes 8-bit names, surely finds the file by this one.
+bool IsLibraryName(const std::string& path);
+
 int OpenForReading(const std::string& path);
 // Opens a pipe for reading. Without a writer it soon reads as empty, instead of waiting for one.
 int OpenPipeForReading(const std::string& path);
@@ -56,6 +62,8 @@ int OpenForAppending(const std::string& path);
 int CreateNew(const std::string& path);
 // Creates a folder that only its owner can look into.
 bool CreatePrivateFolder(const std::string& path);
+// True if a child can be started in a new folder of this one.
+bool CanBeWorkedIn(const std::string& folder);
 // Makes `link` another name of the file at `target`, an absolute path. May be impossible.
 bool MakeLink(const std::string& target, const std::string& link);
 bool CanWrite(const std::string& path);

@@ -119,6 +119,14 @@ std::string FoldedName(const std::string& name) {
     return name;
 }
 
+bool IsDeviceName(const std::string&) {
+    return false;
+}
+
+bool IsLibraryName(const std::string&) {
+    return true;
+}
+
 int OpenForReading(const std::string& path) {
     return open(path.c_str(), O_RDONLY | O_CLOEXEC);
 }
@@ -142,6 +150,10 @@ int CreateNew(const std::string& path) {
 
 bool CreatePrivateFolder(const std::string& path) {
     return mkdir(path.c_str(), 0700) == 0;
+}
+
+bool CanBeWorkedIn(const std::string&) {
+    return true;
 }
 
 bool MakeLink(const std::string& target, const std::string& link) {

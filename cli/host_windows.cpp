@@ -7,10 +7,14 @@
 // clang-format on
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <cwchar>
 #include <cwctype>
+#include <iterator>
 #include <system_error>
 
 #include "cli/host.h"
@@ -20,14 +24,24 @@ namespace scan695::cli {
 namespace {
 
 constexpr size_t LARGEST_TRANSFER = 1 << 30;
+constexpr size_t LONGEST_FOLDER = 180;  // 260 less the names of a private folder and a file in it
 constexpr DWORD PIPE_BYTES = 65536;
 constexpr DWORD POLL_PAUSE = 2;  // milliseconds
 constexpr UINT KILLED = 1;
 constexpr DWORD FIRST_EXCEPTION = 0xC0000000;  // exit codes from here on are not the program's own
 constexpr char CHILD_OPTION[] = "--convert-in-child";
 
+// Names that stand for a device in every folder and with any extension.
+constexpr const wchar_t* DEVICE_NAMES[] = {L"con", L"prn", L"aux", L"nul", L"conin$", L"conout$"};
+constexpr wchar_t DEVICE_DIGITS[] = L"0123456789\u00B9\u00B2\u00B3";
+
 void (*termination_handler)(int);
 CRITICAL_SECTION termination_lock;  // handlers run in a thread of their own
+
+// What is open of our own files. They are shared for removal, but their names are gone, and their
+// folder empty, only when they are closed.
+constexpr size_t MAX_OPEN = 256;
+std::atomic<HANDLE> open_files[MAX_OPEN];
 
 std::wstring Wide(const std::string& text) {
     return ToPath(text).wstring();
@@ -120,13 +134,53 @@ bool StartProcess(const ChildTask& task, HANDLE input, HANDLE output,
                                 task.stf + (task.debug ? " 1" : " 0"));
     // In a group of its own the child does not hear of an interrupt from the keyboard.
     return CreateProcessW(OwnProgram().c_str(), command.data(), nullptr, nullptr, TRUE,
-                          CREATE_NEW_PROCESS_GROUP, nullptr, Wide(task.folder).c_str(), &start,
+                          CREATE_NEW_PROCESS_GROUP, nullptr,
+                          std::filesystem::absolute(ToPath(task.folder)).c_str(), &start,
                           &process) != 0;
 }
 
 void OnSignal(int signal_number) {
     EnterCriticalSection(&termination_lock);
+    for (auto& file : open_files) {
+        const HANDLE handle = file.exchange(nullptr);
+        if (handle != nullptr) CloseHandle(handle);
+    }
     termination_handler(signal_number);
+}
+
+// Work that fails since a handler has closed its files waits here for the end of the process.
+void WaitIfEnding() {
+    const int error = errno;
+    const HoldSignals hold;
+    errno = error;
+}
+
+// `mode` is that of the C runtime.
+int OpenFile(const std::string& path, DWORD access, DWORD creation, int mode) {
+    constexpr DWORD SHARE = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file = CreateFileW(Wide(path).c_str(), access, SHARE, nullptr, creation,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        SetErrno();
+        return -1;
+    }
+    const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(file), mode | _O_BINARY);
+    if (descriptor == -1) CloseHandle(file);
+    return descriptor;
+}
+
+// A process that ends takes the members of its job with it.
+HANDLE JobOfChildren() {
+    const HANDLE job = CreateJobObjectW(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    return job;
+}
+
+UINT console_encoding;  // of the console before us
+void RestoreConsole() {
+    SetConsoleOutputCP(console_encoding);
 }
 
 }  // namespace
@@ -142,7 +196,13 @@ std::vector<std::string> ArgumentsOf(int, char**) {
     return arguments;
 }
 
-void ClaimStandardStreams() {}  // the C runtime opens all three
+// The C runtime opens all three. What we print is UTF-8.
+void ClaimStandardStreams() {
+    console_encoding = GetConsoleOutputCP();
+    if (console_encoding == 0 || console_encoding == CP_UTF8) return;
+    SetConsoleOutputCP(CP_UTF8);
+    std::atexit(RestoreConsole);
+}
 
 std::filesystem::path ToPath(const std::string& text) {
     return std::u8string(text.begin(), text.end());
@@ -176,8 +236,22 @@ std::string FoldedName(const std::string& name) {
     return ToText(folded);
 }
 
+bool IsDeviceName(const std::string& path) {
+    std::wstring name = Wide(FoldedName(ToText(ToPath(path).filename())));
+    name.resize(std::min(name.find_first_of(L".:"), name.size()));
+    while (name.ends_with(L' ')) name.pop_back();
+    const bool is_port = name.size() == 4 && (name.starts_with(L"com") || name.starts_with(L"lpt"));
+    if (is_port) return std::wcschr(DEVICE_DIGITS, name[3]) != nullptr;
+    return std::find(std::begin(DEVICE_NAMES), std::end(DEVICE_NAMES), name) !=
+           std::end(DEVICE_NAMES);
+}
+
+bool IsLibraryName(const std::string& path) {
+    return std::all_of(path.begin(), path.end(), [](char c) { return c > 0; });
+}
+
 int OpenForReading(const std::string& path) {
-    return _wopen(Wide(path).c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+    return OpenFile(path, GENERIC_READ, OPEN_EXISTING, _O_RDONLY);
 }
 
 int OpenPipeForReading(const std::string& path) {
@@ -185,12 +259,15 @@ int OpenPipeForReading(const std::string& path) {
 }
 
 int OpenForAppending(const std::string& path) {
-    return _wopen(Wide(path).c_str(), _O_WRONLY | _O_APPEND | _O_BINARY | _O_NOINHERIT);
+    return OpenFile(path, GENERIC_WRITE, OPEN_EXISTING, _O_WRONLY | _O_APPEND);
 }
 
 int CreateNew(const std::string& path) {
-    return _wopen(Wide(path).c_str(), _O_RDWR | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT,
-                  _S_IREAD | _S_IWRITE);
+    const HoldSignals hold;
+    const int descriptor = OpenFile(path, GENERIC_READ | GENERIC_WRITE, CREATE_NEW, _O_RDWR);
+    if (descriptor >= 0 && static_cast<size_t>(descriptor) < MAX_OPEN)
+        open_files[descriptor] = HandleOf(descriptor);
+    return descriptor;
 }
 
 bool CreatePrivateFolder(const std::string& path) {
@@ -199,14 +276,23 @@ bool CreatePrivateFolder(const std::string& path) {
     return false;
 }
 
+bool CanBeWorkedIn(const std::string& folder) {
+    std::error_code ignored;
+    return std::filesystem::absolute(ToPath(folder), ignored).native().size() < LONGEST_FOLDER;
+}
+
 // A symbolic link takes a privilege, and a hard link to a file that is read-only cannot be removed.
 bool MakeLink(const std::string&, const std::string&) {
     errno = EPERM;
     return false;
 }
 
+// A file is replaced, and one that others have open without sharing it for removal cannot be.
 bool CanWrite(const std::string& path) {
-    return _waccess(Wide(path).c_str(), 2) == 0;
+    if (_waccess(Wide(path).c_str(), 2) != 0) return false;
+    if (StatusOf(path).kind != FileKind::REGULAR) return true;
+    const int descriptor = OpenFile(path, DELETE, OPEN_EXISTING, _O_RDONLY);
+    return descriptor != -1 && _close(descriptor) == 0;
 }
 
 void RemoveFile(const char* path) {
@@ -228,13 +314,19 @@ bool IsTerminal(int descriptor) {
 
 long ReadSome(int descriptor, char* buffer, size_t size) {
     const int count = _read(descriptor, buffer, TransferSize(size));
-    return count < 0 && errno == EPIPE ? 0 : count;
+    if (count >= 0) return count;
+    if (errno == EPIPE) return 0;
+    WaitIfEnding();
+    return -1;
 }
 
 bool WriteAll(int descriptor, const char* bytes, size_t size) {
     while (size > 0) {
         const int count = _write(descriptor, bytes, TransferSize(size));
-        if (count < 0) return false;
+        if (count < 0) {
+            WaitIfEnding();
+            return false;
+        }
         bytes += count;
         size -= static_cast<size_t>(count);
     }
@@ -242,6 +334,9 @@ bool WriteAll(int descriptor, const char* bytes, size_t size) {
 }
 
 bool CloseDescriptor(int descriptor) {
+    const HoldSignals hold;
+    if (descriptor >= 0 && static_cast<size_t>(descriptor) < MAX_OPEN)
+        open_files[descriptor] = nullptr;
     return _close(descriptor) == 0;
 }
 
@@ -264,6 +359,8 @@ bool StartChild(const ChildTask& task, Child& child) {
     _close(null);
     _close(ends[1]);
     if (is_started) {
+        static const HANDLE job = JobOfChildren();
+        AssignProcessToJobObject(job, process.hProcess);
         CloseHandle(process.hThread);
         child = {reinterpret_cast<intptr_t>(process.hProcess), ends[0]};
     } else {
@@ -310,6 +407,7 @@ void KillChild(intptr_t process) {
 
 int RunAsChild(const std::vector<std::string>& arguments) {
     if (arguments.size() != 4 || arguments[0] != CHILD_OPTION) return -1;
+    MakeBinary(STANDARD_OUTPUT);  // the library's console is that of the C runtime, as ours is
     return ConvertHere({"", arguments[1], arguments[2], arguments[3] == "1"});
 }
 

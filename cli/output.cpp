@@ -119,7 +119,7 @@ std::optional<std::string> MoveAll(const std::vector<Output*>& outputs) {
         const std::error_code error = MoveOne(*outputs[i], i + 1 == outputs.size());
         if (!error) continue;
         for (size_t moved = 0; moved < i; ++moved) BringBack(*outputs[moved]);
-        return WriteFailure(outputs[i]->name, error.message());
+        return WriteFailure(outputs[i]->name, error.default_error_condition().message());
     }
     for (const Output* output : outputs) {
         if (!output->second_name.empty()) RemoveFile(output->second_name.c_str());
@@ -178,6 +178,7 @@ std::optional<std::string> OpenOutput(const std::string& name, Output& output) {
     output = {};
     output.name = name;
     if (name == "-") return OpenStream(name, output);
+    if (IsDeviceName(name)) return WriteFailure(name, DEVICE_NAME);
     const FileStatus status = StatusOf(name);
     switch (status.kind) {
         case FileKind::DIRECTORY:

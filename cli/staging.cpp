@@ -90,7 +90,8 @@ bool MakeStaging(const std::string& parent, Staging& staging) {
     }
     RemoveKeptStagings();
     std::error_code error;
-    const fs::path place = parent.empty() ? fs::temp_directory_path(error) : ToPath(parent);
+    const bool is_near = !parent.empty() && CanBeWorkedIn(parent);
+    const fs::path place = is_near ? ToPath(parent) : fs::temp_directory_path(error);
     if (error) {
         errno = error.value();
         return false;
@@ -139,6 +140,7 @@ void RemoveKeptStagings() {
 
 std::optional<std::string> ExamineInput(const std::string& file) {
     if (file == "-") return {};
+    if (IsDeviceName(file)) return DEVICE_NAME;
     const FileStatus status = StatusOf(file);
     if (status.kind == FileKind::MISSING) return ErrorText(errno);
     if (status.kind == FileKind::DIRECTORY) return ErrorText(EISDIR);

@@ -24,8 +24,8 @@ struct Staging {
 // A name for a hidden file that does not exist yet.
 std::string HiddenName();
 
-// Makes the folder in `parent`, which is on the file system of the results (empty: the folder for
-// temporary files). Gives false with errno set.
+// Makes the folder in `parent`, which is on the file system of the results, or else (an empty one,
+// or one too deep for a child) in the folder for temporary files. Gives false with errno set.
 bool MakeStaging(const std::string& parent, Staging& staging);
 
 // Removes the folder with all that lies in it.

@@ -20,6 +20,10 @@ install(FILES
     ${CMAKE_CURRENT_BINARY_DIR}/scan695Config.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/scan695ConfigVersion.cmake
     DESTINATION ${config_directory} COMPONENT development)
+if(WIN32)
+    install(FILES cmake/exports.def DESTINATION ${CMAKE_INSTALL_LIBDIR} RENAME scan695.def
+        COMPONENT development)
+endif()
 
 file(RELATIVE_PATH SCAN695_PC_PREFIX
     /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)

@@ -132,7 +132,7 @@ bool ReadHead(Fst& fst, std::string& error) {
 
 }  // namespace
 
-bool Load(const std::string& path, Fst& fst, std::string& error) {
+bool Load(const std::filesystem::path& path, Fst& fst, std::string& error) {
     std::error_code code;
     const bool is_directory = std::filesystem::is_directory(path, code);
     std::ifstream file(path, std::ios::binary | std::ios::ate);
@@ -153,7 +153,8 @@ bool Load(const std::string& path, Fst& fst, std::string& error) {
         return false;
     }
     fst = {};
-    fst.path = path;
+    const std::u8string name = path.u8string();
+    fst.path.assign(name.begin(), name.end());
     fst.bytes = {bytes.get(), count};
     fst.owner = std::shared_ptr<const uint8_t[]>(std::move(bytes));
     return ReadHead(fst, error);

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <span>
@@ -67,7 +68,7 @@ struct Fst {
 };
 
 // Give false with the reason in `error` for a file that is not readable or no FST file.
-bool Load(const std::string& path, Fst& fst, std::string& error);
+bool Load(const std::filesystem::path& path, Fst& fst, std::string& error);
 bool Parse(std::vector<uint8_t> bytes, Fst& fst, std::string& error);
 
 template <class Record>
