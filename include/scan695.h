@@ -3,8 +3,8 @@
  * and TriCore) into STF, a structured text file, and in debug mode also into FST, a binary symbol
  * database. This header is the whole public interface: two functions, exported by name.
  *
- * Paths are NUL-terminated 8-bit strings in the encoding of the system's file calls (on Windows, the
- * system's code page; there lines of standard output end with CR LF in its text mode). Neither
+ * Paths are NUL-terminated 8-bit strings in the encoding of the system's file calls (on Windows,
+ * the system's code page; there lines of standard output end with CR LF in its text mode). Neither
  * function keeps a pointer that it was given. Neither function throws. A null path is a file that
  * cannot be opened.
  *
