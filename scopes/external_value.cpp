@@ -8,10 +8,21 @@
 #include "input/record_codes.h"
 #include "report/report.h"
 #include "scopes/scope_state.h"
+#include "store/tables.h"
 
 namespace scan695 {
 
 namespace {
+
+uint32_t NofEntries(const ExternalWalk& walk) {
+    return walk.entries.Size() / uint32_t{sizeof(ExternalEntry)};
+}
+
+ExternalEntry EntryAt(const ExternalWalk& walk, uint32_t number) {
+    ExternalEntry entry = {};
+    ReadRecord(walk.entries, number, entry);
+    return entry;
+}
 
 // All that the walk has passed, or those in front of an entry.
 void TraceSegments(const ExternalWalk& walk, const uint32_t* entry) {
@@ -30,7 +41,7 @@ bool HasName(const ExternalEntry& entry, std::string_view name) {
 // The number of the entry of that name.
 std::optional<uint32_t> FindEntry(const ExternalWalk& walk, std::string_view name) {
     return walk.by_name.Find(HashBytes(name),
-                             [&](uint32_t number) { return HasName(walk.entries[number], name); });
+                             [&](uint32_t number) { return HasName(EntryAt(walk, number), name); });
 }
 
 void TakeSegment(ExternalWalk& walk) {
@@ -41,10 +52,10 @@ void TakeSegment(ExternalWalk& walk) {
 // A name that does not come is that of the entry before, or empty, which nobody seeks.
 void AddEntry(ExternalWalk& walk, const ExternalEntry& entry, std::string_view name) {
     if (name.empty()) return;
-    const auto number = static_cast<uint32_t>(walk.entries.size());
-    const auto matches = [&](uint32_t other) { return HasName(walk.entries[other], name); };
+    const auto number = NofEntries(walk);
+    const auto matches = [&](uint32_t other) { return HasName(EntryAt(walk, other), name); };
     if (!walk.by_name.AddNew(HashBytes(name), number, matches)) return;
-    walk.entries.push_back(entry);
+    AppendRecord(walk.entries, entry);
     if (Report.DebugMode != 0)
         walk.nof_segments.push_back(static_cast<uint32_t>(walk.segments.size()));
 }
@@ -78,10 +89,9 @@ std::optional<uint32_t> ReadUntil(ExternalWalk& walk, std::string_view name) {
     walk.started = true;
     std::optional<uint32_t> found;
     while (!found && walk.ending == ExternalWalk::NOT_YET) {
-        const size_t nof_entries = walk.entries.size();
+        const uint32_t nof_entries = NofEntries(walk);
         ReadExternalRecord(walk);
-        if (walk.entries.size() != nof_entries && name == walk.name)
-            found = static_cast<uint32_t>(nof_entries);
+        if (NofEntries(walk) != nof_entries && name == walk.name) found = nof_entries;
     }
     walk.cursor = Input.InputCursor;
     return found;
@@ -96,7 +106,7 @@ bool FindExternalValue(const char* name, uint32_t& address) {
     TraceSegments(walk, entry ? &*entry : nullptr);
     if (!entry && walk.ending == ExternalWalk::NOT_YET) entry = ReadUntil(walk, name);
     if (entry) {
-        address = walk.entries[*entry].address;
+        address = EntryAt(walk, *entry).address;
         return true;
     }
     if (walk.ending == ExternalWalk::AT_OTHER_BYTE)

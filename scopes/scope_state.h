@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <vector>
 
 #include "base/hash_table.h"
@@ -44,7 +43,7 @@ struct ExternalWalk {
     uint32_t cursor = 0;               // where to go on
     char name[SYMBOL_NAME_SIZE] = {};  // of the last group; stays where no name comes
     uint32_t nof_records = 0;
-    std::deque<ExternalEntry> entries;
+    ChunkFile entries;       // ExternalEntry
     LargeHashTable by_name;  // the first entry of each name
     // For the trace: the segment records, and how many of them stand in front of each entry.
     std::vector<uint32_t> segments;
