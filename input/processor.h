@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <span>
 
-#include "store/tables.h"
 #include "store/records.h"
+#include "store/tables.h"
 
 namespace scan695 {
 
