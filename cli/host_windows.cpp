@@ -26,7 +26,9 @@ namespace {
 constexpr size_t LARGEST_TRANSFER = 1 << 30;
 constexpr size_t LONGEST_FOLDER = 180;  // 260 less the names of a private folder and a file in it
 constexpr DWORD PIPE_BYTES = 65536;
-constexpr DWORD POLL_PAUSE = 2;  // milliseconds
+constexpr int REMOVE_ATTEMPTS = 20;
+constexpr DWORD REMOVE_PAUSE = 25;  // milliseconds
+constexpr DWORD POLL_PAUSE = 2;     // milliseconds
 constexpr UINT KILLED = 1;
 constexpr DWORD FIRST_EXCEPTION = 0xC0000000;  // exit codes from here on are not the program's own
 constexpr char CHILD_OPTION[] = "--convert-in-child";
@@ -169,6 +171,20 @@ int OpenFile(const std::string& path, DWORD access, DWORD creation, int mode) {
     return descriptor;
 }
 
+// What a process had open that has just been ended may be held a moment longer.
+void RemoveSoon(BOOL(WINAPI* remove)(const wchar_t*), const char* path) {
+    const std::wstring name = Wide(path);
+    for (int attempt = 0; attempt < REMOVE_ATTEMPTS && remove(name.c_str()) == 0; ++attempt) {
+        const DWORD error = GetLastError();
+        if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return;
+        const DWORD attributes = GetFileAttributesW(name.c_str());
+        const bool is_folder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if (attributes == INVALID_FILE_ATTRIBUTES || is_folder != (remove == RemoveDirectoryW))
+            return;
+        Sleep(REMOVE_PAUSE);
+    }
+}
+
 // A process that ends takes the members of its job with it.
 HANDLE JobOfChildren() {
     const HANDLE job = CreateJobObjectW(nullptr, nullptr);
@@ -296,11 +312,11 @@ bool CanWrite(const std::string& path) {
 }
 
 void RemoveFile(const char* path) {
-    DeleteFileW(Wide(path).c_str());
+    RemoveSoon(DeleteFileW, path);
 }
 
 void RemoveEmptyFolder(const char* path) {
-    RemoveDirectoryW(Wide(path).c_str());
+    RemoveSoon(RemoveDirectoryW, path);
 }
 
 void MakeBinary(int descriptor) {
@@ -314,10 +330,9 @@ bool IsTerminal(int descriptor) {
 
 long ReadSome(int descriptor, char* buffer, size_t size) {
     const int count = _read(descriptor, buffer, TransferSize(size));
-    if (count >= 0) return count;
-    if (errno == EPIPE) return 0;
+    if (count > 0) return count;
     WaitIfEnding();
-    return -1;
+    return count < 0 && errno != EPIPE ? -1 : 0;
 }
 
 bool WriteAll(int descriptor, const char* bytes, size_t size) {

@@ -69,7 +69,7 @@ def programs():
 def command_cases():
     long = "/".join(["long" * 12] * 6)
     damaged = OBJECT[:3000]
-    # Arguments; files that are there and read-only; status; what standard error is; files that come.
+    # Arguments; files that are there (closed.stf read-only); status; what standard error is; files that come.
     cases = (
         ("a.abs", {}, 0, "", "a.stf"),
         ("a.abs -o s.x --fst f.x --trace t.x", {}, 0, "", "s.x f.x t.x"),
@@ -99,7 +99,7 @@ def command_cases():
         (place / "sub").mkdir(exist_ok=True)
         for name, text in older.items():
             (place / name).write_bytes(text)
-            (place / name).chmod(0o444)
+            (place / name).chmod(0o444 if name == "closed.stf" else 0o644)
         before = contents(place)
         done = run(EXE + arguments.format(place=place).split(), place)
         said = done.stderr.decode().replace("\r\n", "\n")
@@ -111,7 +111,8 @@ def command_cases():
         expect({name: after.get(name) for name in before} == before, arguments, "an older file")
         for name, bytes_ in made.items():
             kind = name.rsplit(".", 1)[1].lower()[0]
-            expect(bytes_ == native[name[0] if kind == "x" else kind], arguments, name)
+            kind = name[0] if kind == "x" else kind
+            expect(bytes_ == native[kind if kind != "s" or "--fst" not in arguments else "d"], arguments, name)
 
 
 def open_file():
@@ -146,8 +147,9 @@ def interrupt():
 
 with tempfile.TemporaryDirectory(dir=build) as scratch:
     (pathlib.Path(scratch) / "a.abs").write_bytes(OBJECT)
-    run([build / "cli/scan695", "a.abs", "-o", "s", "--fst", "f", "--trace", "t"], scratch)
-    native = contents(pathlib.Path(scratch))
+    run([build / "cli/scan695", "a.abs", "-o", "d", "--fst", "f.x", "--trace", "t"], scratch)
+    run([build / "cli/scan695", "a.abs", "-o", "s"], scratch)
+    native = {name.removesuffix(".x"): bytes_ for name, bytes_ in contents(pathlib.Path(scratch)).items()}
     tests = (tables, command_cases, open_file, interrupt, programs)
     for test in tests if wine != "none" else tests[:1]:
         start = time.monotonic()
