@@ -148,7 +148,8 @@ bool Load(const std::filesystem::path& path, Fst& fst, std::string& error) {
     const auto count = static_cast<size_t>(size);
     auto bytes = std::make_unique_for_overwrite<uint8_t[]>(count);
     file.seekg(0);
-    if (count > 0 && !file.read(reinterpret_cast<char*>(bytes.get()), size)) {
+    if (count > 0 &&
+        !file.read(reinterpret_cast<char*>(bytes.get()), static_cast<std::streamsize>(count))) {
         error = "cannot be read";
         return false;
     }

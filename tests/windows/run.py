@@ -1,6 +1,7 @@
 """Tries the library and the command for Windows under Wine, beside native ones whose outputs they
 must give: run.py BUILD HOST INSTALLED WINE, with a native build, host.c built natively, an
 installation for Windows with host.c in its bin, and the loader of Wine or "none"."""
+import concurrent.futures
 import os
 import pathlib
 import re
@@ -50,20 +51,24 @@ def tables():
         expect((installed / "lib" / name).exists(), name, "is missing")
 
 
+def program(seed):
+    for steps in ("p", "d") if seed % 10 else ("pd", "ddrp"):
+        outputs = []
+        for command in ([host, build / "libscan695.so"], WINDOWS_HOST + [directory / "scan695.dll"]):
+            place = folder()
+            run([build / "fuzz/differ", "--write", str(seed), "t.abs", samples], place)
+            done = run(command + [steps], place)
+            outputs.append((done.returncode, done.stdout, contents(place)))
+        (status, console, files), (other_status, other_console, other_files) = outputs
+        expect(status in (0, 1) and other_status == status, seed, steps, status, other_status)
+        expect(other_console == console.replace(b"\n", b"\r\n"), seed, steps, "console")
+        expect(other_files == files, seed, steps, files.keys(), other_files.keys())
+
+
 def programs():
     """The console differs in its line ends alone: CR LF, as the C runtime writes text."""
-    for seed in range(PROGRAMS):
-        for steps in ("p", "d") if seed % 10 else ("pd", "ddrp"):
-            outputs = []
-            for command in ([host, str(build / "libscan695.so")], WINDOWS_HOST + [str(directory / "scan695.dll")]):
-                place = folder()
-                subprocess.run([build / "fuzz/differ", "--write", str(seed), place / "t.abs", samples], check=True)
-                done = run(command + [steps], place)
-                outputs.append((done.returncode, done.stdout, contents(place)))
-            (status, console, files), (other_status, other_console, other_files) = outputs
-            expect(status in (0, 1) and other_status == status, seed, steps, status, other_status)
-            expect(other_console == console.replace(b"\n", b"\r\n"), seed, steps, "console")
-            expect(other_files == files, seed, steps, files.keys(), other_files.keys())
+    with concurrent.futures.ThreadPoolExecutor(2) as pool:
+        list(pool.map(program, range(PROGRAMS)))
 
 
 def command_cases():
@@ -140,7 +145,7 @@ def interrupt():
         expect(list(place.glob(".scan695*/*")), "no folder to remove", arguments)
         time.sleep(0.5)
         process.send_signal(signal.SIGINT)
-        process.communicate(timeout=20)
+        process.wait(timeout=20)
         expect(process.returncode == ENDED, "interrupt", arguments, process.returncode)
         expect(os.listdir(place) == ["big.abs"], "interrupt", arguments, os.listdir(place))
 
