@@ -60,7 +60,8 @@ def program(seed):
             done = run(command + [steps], place)
             outputs.append((done.returncode, done.stdout, contents(place)))
         (status, console, files), (other_status, other_console, other_files) = outputs
-        expect(status in (0, 1) and other_status == status, seed, steps, status, other_status)
+        same = status in (0, 1) and other_status == status
+        expect(same, seed, steps, status, other_status, console[-120:], other_console[-120:], done.stderr[-200:])
         expect(other_console == console.replace(b"\n", b"\r\n"), seed, steps, "console")
         expect(other_files == files, seed, steps, files.keys(), other_files.keys())
 
