@@ -62,7 +62,8 @@ def program(seed):
         (status, console, files), (other_status, other_console, other_files) = outputs
         same = status in (0, 1) and other_status == status
         expect(same, seed, steps, status, other_status, console[-120:], other_console[-120:], done.stderr[-200:])
-        expect(other_console == console.replace(b"\n", b"\r\n"), seed, steps, "console")
+        same = other_console == console.replace(b"\n", b"\r\n")
+        expect(same, seed, steps, "console", console[-120:], other_console[-120:], len(console), len(other_console))
         expect(other_files == files, seed, steps, files.keys(), other_files.keys())
 
 
