@@ -77,12 +77,9 @@ void ReadConsole(Console& console, const char* bytes, size_t size, std::string& 
     console.pending.erase(0, passed);
 }
 
-void EndConsole(Console& console, bool is_stop, std::string& trace) {
-    if (is_stop && console.pending.ends_with(REPORT_END)) {
-        console.pending.resize(console.pending.size() - REPORT_END.size());
-    } else {
-        is_stop = false;
-    }
+void EndConsole(Console& console, std::string& trace) {
+    const bool is_stop = console.pending.ends_with(REPORT_END);
+    if (is_stop) console.pending.resize(console.pending.size() - REPORT_END.size());
     PassOn(console, console.pending, trace);
     console.pending.clear();
     if (!is_stop) console.tail.clear();

@@ -25,10 +25,10 @@ struct Console {
 // Takes in what the child has printed; what can be passed on is appended to `trace`.
 void ReadConsole(Console& console, const char* bytes, size_t size, std::string& trace);
 
-// At the end of a child: passes on the rest. `is_stop`: it ended as a fatal stop does.
-void EndConsole(Console& console, bool is_stop, std::string& trace);
+// At the end of a child: passes on the rest.
+void EndConsole(Console& console, std::string& trace);
 
-// The message of the fatal stop, if EndConsole was told of one and the console holds one.
+// The message of the fatal stop if the console has ended with a report of one.
 std::string FatalMessage(const Console& console);
 
 }  // namespace scan695::cli

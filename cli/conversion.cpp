@@ -164,7 +164,7 @@ bool FinishConversion(Conversion& conversion) {
 
     const bool is_failure = end.signal != 0 || end.status != 0;
     std::string rest;
-    EndConsole(conversion.console, is_failure && end.signal == 0, rest);
+    EndConsole(conversion.console, rest);
     if (!WriteTrace(conversion, rest) || !CloseTrace(conversion)) return false;
     if (is_failure) return Fail(conversion, CauseOfEnd(conversion, end));
 
