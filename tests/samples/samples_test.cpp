@@ -7,6 +7,7 @@
 #include "inspector/reader.h"
 #include "inspector/text.h"
 #include "inspector/verify.h"
+#include "scan695.h"
 #include "tests/support/golden.h"
 
 namespace scan695::test {
@@ -33,6 +34,24 @@ TEST(Samples, AreGolden) {
             inspector::PrintTable(fst, *inspector::FindTable(name), out);
         }
         ExpectGolden(out.str(), golden + ".txt");
+    }
+}
+
+// Every DebugMode but 0 is one.
+TEST(Samples, AnyDebugMode) {
+    const std::filesystem::path directory = ScratchDirectory();
+    const std::filesystem::path input = directory / "t.abs";
+    const std::string stf = directory / "t.stf";
+    WriteWholeFile(input, SampleBytes("296sa.abs"));
+    const Converted one = ConvertFile(input, stf, true);
+    for (const uint32_t mode : {2U, 0x100U, 0x80000000U, 0xFFFFFFFFU}) {
+        std::filesystem::remove(FstFileOf(input));
+        const Converted other = InChild(
+            [&] { return Convert(0, input.c_str(), stf.c_str(), mode) == nullptr ? 0 : 98; });
+        EXPECT_EQ(other.status, 0);
+        EXPECT_EQ(other.console, one.console) << mode;
+        EXPECT_EQ(ReadWholeFile(FstFileOf(input)) == one.fst, true) << mode;
+        EXPECT_EQ(ReadWholeFile(stf) == one.stf, true) << mode;
     }
 }
 
