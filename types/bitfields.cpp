@@ -14,6 +14,8 @@ namespace scan695 {
 
 namespace {
 
+constexpr uint32_t SHORT_LIST = 256;  // elements that are looked through faster than watched
+
 // The unsigned type in place of a signed field's own; the signed one has the next number.
 uint32_t WithSignOf(uint32_t old_type, uint32_t unsigned_type) {
     const bool is_signed = old_type == TYPE_CHAR || old_type == TYPE_SHORT ||
@@ -73,17 +75,19 @@ int32_t AlignToAnchor(int32_t displacement, int32_t nof_bits, TYPEINFO& record) 
     return offset;
 }
 
-// Puts one element of a struct's list in its place. Gives false for an element that is no bitfield.
-bool ResolveElement(uint32_t number, FIELDINFO& element) {
+// Places one element of a struct's list, if it is a bitfield.
+void ResolveElement(const ReferenceList& list, uint32_t number) {
+    FIELDINFO element;
+    ReadField(list.ElementOffset(number), element);
     if (!IsRecordType(element.type_index)) {
         Trace("   %2u: offset=%3u, fst_ti=%u ****\n", number, element.value, element.type_index);
-        return false;
+        return;
     }
     TYPEINFO record = RecordAtPositionOf(element.type_index);
     const auto& bits = record.u.bits;
     if (record.type_tag != TAG_BITFIELD) {
         Trace("   %2u: not Bitfield type=%u ****\n", number, record.type_tag);
-        return false;
+        return;
     }
     Trace("   %2u BITFIELD ti=%u: offset=%3u, nof_bits=%2u, displ=%2u in type=%u\n", number,
           element.type_index, element.value, static_cast<uint8_t>(bits.nof_bits),
@@ -93,7 +97,8 @@ bool ResolveElement(uint32_t number, FIELDINFO& element) {
     Trace("           new ti=%u: offset=%3u, nof_bits=%2u, displ=%2u in type=%u\n",
           element.type_index, element.value, static_cast<uint8_t>(bits.nof_bits),
           static_cast<uint8_t>(bits.displacement), bits.type_index);
-    return true;
+    if (!WriteField(list.ElementOffset(number), element)) ReportAndStop(ERROR_NO_MEMORY);
+    NoteWrite(list.ElementOffset(number));
 }
 
 }  // namespace
@@ -163,13 +168,12 @@ void ResolveStructureBitfields(uint32_t fst_ti) {
     const ReferenceList list = ListOf(record);
     if (record.type_tag != TAG_STRUCT || list.count == 0) return;
     Trace("STRUCT %u: size=%u, nof_elem=%u\n", fst_ti, record.u.structunion.size, list.count);
-    for (uint32_t i = 0; i < list.count; ++i) {
-        FIELDINFO element;
-        ReadField(list.ElementOffset(i), element);
-        if (!ResolveElement(i, element)) continue;
-        if (!WriteField(list.ElementOffset(i), element)) ReportAndStop(ERROR_NO_MEMORY);
-        NoteWrite(list.ElementOffset(i));
-    }
+    const auto resolve = [&list](uint32_t number) { ResolveElement(list, number); };
+    // The trace has a line for every element.
+    if (list.count <= SHORT_LIST || Report.DebugMode != 0)
+        for (uint32_t number = 0; number < list.count; ++number) resolve(number);
+    else
+        Types.Bitfields.VisitOpen(list, resolve);
 }
 
 }  // namespace scan695

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "base/hash_table.h"
+#include "types/bitfield_watch.h"
 #include "types/reference_index.h"
 #include "types/type_map.h"
 
@@ -26,6 +27,7 @@ struct TypeState {
     bool BitfieldsPending = false;
     uint32_t BitfieldsStruct = 0;
 
+    BitfieldWatch Bitfields;         // in long lists
     ReferenceIndex References;       // where forward references stand
     HashTable<> DisplacedPositions;  // type index to position, for records not at index less 100
     HashTable<> ChainEnds;           // attribute to the far end of its chain, see TypeSize

@@ -107,6 +107,7 @@ class ReferenceWalk {
         ReadField(offset, field);
         const PatchCounts counts = PatchField(field.type_index, list.members ? "STR" : "FPP", [&] {
             WriteField(offset, field);
+            Types.Bitfields.NoteWrite(offset);
             if (IsTypeMarker(field.type_index)) NoteOthers(offset);
         });
         const bool last = number + 1 == list.count || Types.Map.unresolved == 0;
@@ -169,6 +170,7 @@ void UpdateTypes() {
 }
 
 void NoteWrite(uint32_t offset) {
+    Types.Bitfields.NoteWrite(offset);
     for (const Reference& reference : Types.References.PlacesOver(offset))
         Types.References.NotePlace(reference.type_index, reference.place);
 }

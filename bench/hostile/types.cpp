@@ -55,13 +55,13 @@ Bytes ArraysOverAChain(uint32_t size) {
     return Program(TypesModule("M", types));
 }
 
-// A struct whose members wait for types from `first` on. With the type's name their names take
-// whole list elements in the image: a list that lies over others then shows them as they are, and
-// nothing stands for a name that is none.
-TypeDef WaitingStruct(uint32_t count, uint32_t first) {
+// A struct whose members wait for types from `first` on, `step` apart. With the type's name their
+// names take whole list elements in the image: a list that lies over others then shows them as they
+// are, and nothing stands for a name that is none.
+TypeDef WaitingStruct(uint32_t count, uint32_t first, uint32_t step = 1) {
     Bytes members;
     for (uint32_t i = 0; i < (count | 3); ++i)
-        members += Bytes(Text("m")) + Num(first + i) + Num(i % 2);
+        members += Bytes(Text("m")) + Num(first + i * step) + Num(i % 2);
     return TypeDef(Bytes{'S', 4} + members + Bytes{0});
 }
 
@@ -101,6 +101,23 @@ Bytes BitfieldsThatAreNone(uint32_t size) {
     return Program(debug + Padding(16 * size));
 }
 
+// A struct that claims what lies behind it: members of other structs, each of which gets its type
+// at last. Every time the long struct is the one whose bitfields can be placed.
+Bytes LateBitfields(uint32_t size) {
+    constexpr uint32_t MEMBERS = 3999;  // of a struct that waits
+    Bytes types = Define(FIRST, WaitingStruct(6 * size, 2, 0));
+    uint32_t waiting = 0;
+    for (; waiting < size; waiting += MEMBERS)
+        types += Define(FIRST, WaitingStruct(MEMBERS, 0x100000 + waiting));
+    // Numbers that no record has, so that no bitfield is one by its place in the table.
+    for (uint32_t i = 0; i < 3 * size; ++i) types += Define(FIRST + 1 + i, def::Typedef(NEVER));
+    Bytes late;
+    for (uint32_t i = 0; i < size; ++i)
+        late += Define(FIRST, def::SmallPointer(0x100000 + i)) +
+                Define(0x100000 + i, def::Bitfield(0, 3, Omitted()));
+    return Program(TypesModule("M", types) + Padding(16 * 6 * size) + TypesModule("R", late));
+}
+
 // Numbers that all meet in a table with a known multiplier.
 Bytes MeetingNumbers(uint32_t size) {
     Bytes types;
@@ -135,6 +152,7 @@ constexpr HostileCase CASES[] = {
     {"lists that claim more than they have", OverlongLists, 4000, false},
     {"the same, traced", OverlongLists, 400, true},
     {"bitfields that turn out to be none", BitfieldsThatAreNone, 10000, false},
+    {"members that turn out to be bitfields", LateBitfields, 10000, false},
     {"type numbers that meet", MeetingNumbers, 100000, false},
     {"references that stay", StayingReferences, 20000, false},
     {"deep structs", DeepTypes, 160, false},
