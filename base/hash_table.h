@@ -4,6 +4,7 @@
 // apart. Growing throws std::bad_alloc where there is no memory.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -42,9 +43,10 @@ class HashTable {
     // The item of a key that stands for itself.
     [[nodiscard]] std::optional<uint32_t> Find(uint32_t key) const { return Find(key, AnyItem); }
 
-    // Makes room for that many items in all, so that adding them allocates nothing.
-    void Reserve(size_t count) {
-        if (!HasRoomFor(count)) Resize(count + count / 3 + 2);
+    // Makes room for that many items more, so that adding them allocates nothing.
+    void ReserveMore(size_t count) {
+        count += used_;
+        if (!HasRoomFor(count)) Resize(std::max(count + count / 3 + 2, GrownSize()));
     }
 
     // Forgets all keys and gives the memory back, so that clearing never costs more than filling.
@@ -56,6 +58,7 @@ class HashTable {
         uint32_t item = FREE;
     };
     static constexpr size_t FIRST_SIZE = 16;
+    size_t GrownSize() const { return FIRST_SIZE + slots_.size() + slots_.size() / 2; }
     static bool AnyItem(uint32_t /*item*/) { return true; }
 
     // At most three slots in four are taken.
@@ -64,7 +67,7 @@ class HashTable {
     // The slot of a matching item, or the free one, counted as taken, where it is to stand.
     template <class Matches>
     Slot& SlotFor(uint32_t key, const Matches& matches) {
-        if (!HasRoomFor(used_ + 1)) Resize(FIRST_SIZE + slots_.size() + slots_.size() / 2);
+        if (!HasRoomFor(used_ + 1)) Resize(GrownSize());
         Slot& slot = slots_[Probe(key, matches)];
         if (slot.item == FREE) ++used_;
         return slot;
@@ -94,10 +97,11 @@ class HashTable {
     HashKeys hash_keys_ = {};
 };
 
-// For keys that are hashes, and many of them: a table in parts, which grow one by one, so that
-// growing never needs room for all items twice.
+// For many keys: a table in parts, which grow one by one, so that growing never needs room for all
+// items twice.
 class LargeHashTable {
   public:
+    void Put(uint32_t key, uint32_t item) { parts_[key % NOF_PARTS].Put(key, item); }
     template <class Matches>
     bool AddNew(uint32_t key, uint32_t item, const Matches& matches) {
         return parts_[key % NOF_PARTS].AddNew(key, item, matches);
@@ -105,6 +109,13 @@ class LargeHashTable {
     template <class Matches>
     [[nodiscard]] std::optional<uint32_t> Find(uint32_t key, const Matches& matches) const {
         return parts_[key % NOF_PARTS].Find(key, matches);
+    }
+    [[nodiscard]] std::optional<uint32_t> Find(uint32_t key) const {
+        return parts_[key % NOF_PARTS].Find(key);
+    }
+
+    void Clear() {
+        for (HashTable<>& part : parts_) part.Clear();
     }
 
   private:

@@ -22,12 +22,12 @@ const char* NameAt(uint32_t record, uint8_t* buffer) {
 }  // namespace
 
 int CompareTypes(uint32_t a, uint32_t b) {
-    return Compare(Work.TypeWork[a].here_type_index, Work.TypeWork[b].here_type_index);
+    return Compare(Work.TypeKeys[a], Work.TypeKeys[b]);
 }
 
 int CompareBlocks(uint32_t a, uint32_t b) {
-    const BLOCKINFO& x = Work.BlockWork[a].record;
-    const BLOCKINFO& y = Work.BlockWork[b].record;
+    const BlockEntry& x = Work.BlockKeys[a];
+    const BlockEntry& y = Work.BlockKeys[b];
     if (x.address != y.address) return Compare(x.address, y.address);
     if (x.size != y.size) return Compare(y.size, x.size);
     return Compare(x.parent, y.parent);

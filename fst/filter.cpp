@@ -37,7 +37,7 @@ class KeptSymbols {
   public:
     explicit KeptSymbols(uint32_t count) {
         try {
-            numbers_.Reserve(count);
+            numbers_.ReserveMore(count);
             indexed_ = true;
         } catch (const std::exception&) {
         }

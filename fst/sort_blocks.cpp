@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "fst/compare_callbacks.h"
 #include "fst/image_access.h"
 #include "fst/sort_passes.h"
@@ -9,24 +11,31 @@ namespace scan695 {
 
 namespace {
 
+// Of the block behind; the last one is followed by none.
+uint32_t FirstSymbolBehind(uint32_t number) {
+    if (number + 1 == Store.Header.nof_blocks) return Store.Header.nof_block_symbols;
+    BLOCKINFO next = {};
+    ReadRecord(Store.BlockTable, number + 1, next);
+    return next.first_symbol;
+}
+
 // A block owns the symbols between its own opening and the opening of the next block. Parents come
 // before their children, so what is visible in them is known.
-void CompleteBlock(uint32_t number) {
+void CompleteBlock(uint32_t number, BLOCKINFO& block) {
     FstHeader& header = Store.Header;
-    BlockEntry& entry = Work.BlockWork[number];
-    BLOCKINFO& block = entry.record;
-    const uint32_t next_symbol = number + 1 < header.nof_blocks
-                                     ? Work.BlockWork[number + 1].record.first_symbol
-                                     : header.nof_block_symbols;
-    block.nof_symbols = static_cast<uint16_t>(next_symbol - block.first_symbol);
+    block.nof_symbols = static_cast<uint16_t>(FirstSymbolBehind(number) - block.first_symbol);
     block.first_symbol += header.nof_global_symbols + header.nof_module_symbols;
 
-    entry.visible_symbols = block.nof_symbols;
-    if (block.parent != -1)
-        entry.visible_symbols +=
-            Work.BlockWork[static_cast<uint32_t>(block.parent)].visible_symbols;
-    const auto visible = static_cast<int16_t>(entry.visible_symbols);
-    if (visible > header.max_block_symbols) header.max_block_symbols = visible;
+    uint32_t& visible = Work.BlockSymbols[number];
+    visible = block.nof_symbols;
+    if (block.parent != -1) visible += Work.BlockSymbols[static_cast<uint32_t>(block.parent)];
+    header.max_block_symbols = std::max(header.max_block_symbols, static_cast<int16_t>(visible));
+    // A block without extent belongs nowhere and sorts behind all others.
+    if (block.size == 0) {
+        block.address = 0xFFFFFFFF;
+        block.parent = -1;
+    }
+    Work.BlockKeys[number] = {block.address, block.size, block.parent};
 }
 
 }  // namespace
@@ -36,24 +45,17 @@ void SortBlocks() {
     const uint32_t count = header.nof_blocks;
     if (count == 0) return;
     Trace("Sorting %d blocks\n", static_cast<int32_t>(count));
-    init_table32(Store.BlockTable, Work.BlockWork, sizeof(BLOCKINFO), 0, count);
-    Store.BlockTable.Free();
+    AllocateEntries(Work.BlockKeys, "init_table32", count);
+    AllocateEntries(Work.BlockSymbols, "init_table32", count);
 
     header.max_block_symbols = 0;
-    for (uint32_t i = 0; i < count; ++i) CompleteBlock(i);
-    // A block without extent belongs nowhere and sorts behind all others.
-    for (BlockEntry& entry : Work.BlockWork) {
-        if (entry.record.size != 0) continue;
-        entry.record.address = 0xFFFFFFFF;
-        entry.record.parent = -1;
-    }
-
     header.blocks_offs = ImageEnd();
-    WriteTable(Work.BlockWork.data(), sizeof(BlockEntry), sizeof(BLOCKINFO), count);
+    MoveTable<BLOCKINFO>(Store.BlockTable, count, CompleteBlock);
+    FreeEntries(Work.BlockSymbols);
     SortRecords(CompareBlocks, 0, count);
     header.block_addr_index_offs = ImageEnd();
     WriteIndex(0);
-    FreeEntries(Work.BlockWork);
+    FreeEntries(Work.BlockKeys);
 }
 
 }  // namespace scan695

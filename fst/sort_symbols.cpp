@@ -23,6 +23,7 @@ void WriteScope(ChunkFile& table, uint32_t first, uint32_t count) {
                 SymbolSize(Work.SymbolTypes, symbol.value, symbol.type_index, symbol.mem_type);
         WriteTable(Work.SymbolWork.data(), sizeof(SYMINFO), sizeof(SYMINFO), piece);
         FreeEntries(Work.SymbolWork);
+        table.FreeInFrontOf((first + done + piece) * uint32_t{sizeof(SYMINFO)});
     }
 }
 

@@ -11,15 +11,15 @@ void SortTypes() {
     const uint32_t count = Store.Header.nof_types;
     if (count == 0) return;
     Trace("Sorting %d types\n", static_cast<int32_t>(count));
-    init_table32(Store.TypeTable, Work.TypeWork, sizeof(TYPEINFO), 0, count);
-    Store.TypeTable.Free();
-
+    AllocateEntries(Work.TypeKeys, "init_table32", count);
     Store.Header.types_offs = ImageEnd();
-    WriteTable(Work.TypeWork.data(), sizeof(TYPEINFO), sizeof(TYPEINFO), count);
+    MoveTable<TYPEINFO>(Store.TypeTable, count, [](uint32_t number, const TYPEINFO& type) {
+        Work.TypeKeys[number] = type.here_type_index;
+    });
     SortRecords(CompareTypes, 0, count);
     Store.Header.type_index_offs = ImageEnd();
     WriteIndex(0);
-    FreeEntries(Work.TypeWork);
+    FreeEntries(Work.TypeKeys);
 }
 
 }  // namespace scan695

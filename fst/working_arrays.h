@@ -9,22 +9,24 @@
 #include <exception>
 #include <vector>
 
+#include "fst/image_access.h"
 #include "fst/quick_sort.h"
 #include "fst/range_map.h"
 #include "fst/symbol_size.h"
+#include "report/report.h"
 #include "store/chunk_file.h"
 #include "store/records.h"
 
 namespace scan695 {
 
-struct BlockEntry {
-    BLOCKINFO record;
-    uint32_t visible_symbols;  // of the block and all its parents
-};
-
 inline constexpr uint32_t NAME_SIZE = MAX_NAME_LENGTH + 1;
 
-// What the symbol indexes are sorted by.
+// What the block index and the symbol indexes are sorted by.
+struct BlockEntry {
+    uint32_t address;
+    uint32_t size;
+    int32_t parent;
+};
 struct SymbolEntry {
     uint32_t name_offs;
     uint32_t value;
@@ -38,9 +40,10 @@ struct MergedBlock {
 
 struct WorkState {
     std::vector<uint32_t> SortIndex;      // record numbers being sorted
-    std::vector<TYPEINFO> TypeWork;       // all types
+    std::vector<uint32_t> TypeKeys;       // type indexes of all types, to be sorted
     std::vector<MODULEINFO> ModuleWork;   // all modules, PrepareModules to SortModules
-    std::vector<BlockEntry> BlockWork;    // all blocks, during SortBlocks
+    std::vector<BlockEntry> BlockKeys;    // all blocks, to be sorted
+    std::vector<uint32_t> BlockSymbols;   // by block: those visible in it, its own and its parents'
     std::vector<SYMINFO> SymbolWork;      // some symbols of one scope, to be completed
     std::vector<SymbolEntry> SymbolKeys;  // the symbols of one scope, to be sorted
     std::vector<LINEINFO> LineWork;       // all lines, during SortLines
@@ -90,6 +93,21 @@ void init_table32(const ChunkFile& table, std::vector<Entry>& work, uint32_t rec
                   uint32_t first, uint32_t count) {
     AllocateEntries(work, "init_table32", count);
     LoadRecords(table, work.data(), sizeof(Entry), record_size, first, count);
+}
+
+// Moves `count` records of a table into the image, each as complete(number, record) leaves it. The
+// table gives its memory up as it goes; the record behind can still be read.
+template <class Record, class Complete>
+void MoveTable(ChunkFile& table, uint32_t count, const Complete& complete) {
+    for (uint32_t number = 0; number < count; ++number) {
+        ProgressTick();
+        Record record = {};
+        ReadRecord(table, number, record);
+        complete(number, record);
+        WriteToImage(&record, sizeof record);
+        table.FreeInFrontOf((number + 1) * uint32_t{sizeof record});
+    }
+    table.Free();
 }
 
 // Loads the keys of SYMINFO records of the finished section of the image into SymbolKeys.

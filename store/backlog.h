@@ -13,15 +13,18 @@ class Backlog {
   public:
     void Add(const Record& record) { AppendRecord(records_, record); }
 
-    // Calls take(record) for each in the order in which they came, and gives up the memory.
+    uint32_t Count() const { return records_.Size() / uint32_t{sizeof(Record)}; }
+
+    // Calls take(record) for each in the order in which they came, and gives up their memory.
     template <class Take>
     void TakeAll(const Take& take) {
-        const auto count = records_.Size() / static_cast<uint32_t>(sizeof(Record));
+        const uint32_t count = Count();
         if (count == 0) return;
         for (uint32_t i = 0; i < count; ++i) {
             Record record = {};
             ReadRecord(records_, i, record);
             take(record);
+            records_.FreeInFrontOf((i + 1) * uint32_t{sizeof(Record)});
         }
         records_.Free();
     }

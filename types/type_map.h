@@ -46,7 +46,7 @@ class TMAP {
     std::vector<uint32_t> pending;  // tk_ti of the forward references of this block, each once
 
   private:
-    HashTable<> number_of_tk_;  // tk_ti of this block to its newest number, less `base`
+    LargeHashTable number_of_tk_;  // tk_ti of this block to its newest number, less `base`
     HashTable<> place_in_pending_;
 };
 

@@ -36,7 +36,7 @@ TEST(HashTable, AgainstTheStandardMap) {
 // Names of all lengths and with zeros are told apart by the finder's test even under one key.
 TEST(HashTable, TellsThingsOfOneKeyApart) {
     HashTable<> table;
-    table.Reserve(300);
+    table.ReserveMore(300);
     std::string text;
     std::map<uint32_t, std::string> texts;
     for (uint32_t number = 0; number < 300; ++number, text += number % 3 == 0 ? '\0' : 'x') {

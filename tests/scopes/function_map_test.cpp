@@ -6,6 +6,7 @@
 #include <random>
 #include <vector>
 
+#include "report/report.h"
 #include "store/tables.h"
 
 namespace scan695 {
@@ -25,6 +26,8 @@ int32_t FirstBlockAt(const std::vector<BLOCKINFO>& blocks, uint32_t address) {
 TEST(FunctionMap, FindsTheFirstBlock) {
     std::mt19937 random(695);
     for (int round = 0; round < 300; ++round) {
+        Report.DebugMode = round % 2;
+        StartStore();
         FunctionMap map;
         std::vector<BLOCKINFO> blocks;
         const uint32_t base = round % 3 == 0 ? 0xFFFFFFE0U : 0x1000U;
@@ -33,6 +36,7 @@ TEST(FunctionMap, FindsTheFirstBlock) {
             block.address = base + static_cast<uint32_t>(random() % 64);
             block.size = static_cast<uint32_t>(random() % 16);
             block.is_function = random() % 4 != 0;
+            AppendRecord(Store.BlockTable, block);
             map.AddBlock();
             if (block.is_function != 0)
                 map.SetSpan(static_cast<uint32_t>(i), block.address, block.size);
@@ -42,6 +46,7 @@ TEST(FunctionMap, FindsTheFirstBlock) {
                 ASSERT_EQ(map.Find(base + at - 2), FirstBlockAt(blocks, base + at - 2));
         }
     }
+    Report.DebugMode = 0;
 }
 
 }  // namespace

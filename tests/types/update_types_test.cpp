@@ -256,11 +256,30 @@ class BothWalks {
         Append(record);
     }
 
-    // Changes elements in place.
+    // The elements that are bitfields by the record of their type, and no others, get one of their
+    // own. Such a record can make a bitfield of an element further on.
     void PlaceBitfields() {
+        auto table = WholeOf<TYPEINFO>(Store.TypeTable);
+        const auto before = WholeOf<uint8_t>(Store.FstImage);
+        const TYPEINFO record = table[Types.BitfieldsStruct - FIRST_TYPE_INDEX];
+        const uint32_t count = record.type_tag == TAG_STRUCT ? record.u.structunion.nof_elem : 0;
+        uint32_t number = Types.Map.base + Types.Map.next_index;
         Report.DebugMode = 0;
         ResolveStructureBitfields(Types.BitfieldsStruct);
         Report.DebugMode = debug_;
+        const auto after = WholeOf<uint8_t>(Store.FstImage);
+        for (uint32_t i = 0; i < count; ++i) {
+            const uint32_t at = record.u.structunion.field_offs + 16 * i + 8;
+            uint32_t type = 0;
+            uint32_t placed = 0;
+            if (at + 4 <= before.size()) std::memcpy(&type, &before[at], 4);
+            if (at + 4 <= after.size()) std::memcpy(&placed, &after[at], 4);
+            const bool is_bitfield = IsRecordType(type) && type - 100 < table.size() &&
+                                     table[type - 100].type_tag == TAG_BITFIELD;
+            ASSERT_EQ(placed, is_bitfield ? number++ : type);
+            if (is_bitfield) table.push_back({0, TAG_BITFIELD, {}, {}});
+        }
+        ASSERT_EQ(Store.Header.nof_types, table.size());
         plain_.slots.resize(Types.Map.next_index - FIRST_TYPE_INDEX, 0);
     }
 
