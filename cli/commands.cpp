@@ -90,15 +90,25 @@ int RefuseUsage(const std::string& what, const std::string& subcommand) {
 
 }  // namespace
 
-int RunCommandLine(std::vector<std::string> arguments) {
-    CLI::App app("", "scan695");
-    app.set_version_flag("--version", VERSION_TEXT);
+std::vector<Action> DeclareCommands(CLI::App& app) {
+    app.name("scan695");
+    app.footer(std::string(HELP_HEAD) + HELP_TAIL);
+    app.set_help_flag("-h,--help", "Print the help text");
+    app.set_version_flag("--version", VERSION_TEXT, "Print the version");
     app.require_subcommand(1);
     app.allow_windows_style_options(false);
     std::vector<Action> actions;
     for (const Command* command : COMMANDS) {
-        actions.push_back(command->declare(*app.add_subcommand(command->name)));
+        CLI::App* subcommand = app.add_subcommand(command->name, command->summary);
+        subcommand->footer(command->help);
+        actions.push_back(command->declare(*subcommand));
     }
+    return actions;
+}
+
+int RunCommandLine(std::vector<std::string> arguments) {
+    CLI::App app;
+    const std::vector<Action> actions = DeclareCommands(app);
 
     const Command* chosen = nullptr;
     const auto choose = [&] {

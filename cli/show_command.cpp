@@ -39,7 +39,9 @@ the database with their offsets and sizes.
              or all of them
 
 The first column is the record number, which other records refer to. "-" stands
-for nothing. Of a damaged file, what can be read is printed; the status is 1.
+for nothing. Of a damaged file, what can be read is printed.
+
+Exit status: 0 success, 1 FILE is damaged or cannot be read, 2 wrong usage.
 )";
 
 // The tables in the order in which they are printed.

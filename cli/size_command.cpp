@@ -30,6 +30,8 @@ overlap, the one that begins first has the bytes, of two the larger.
 
   --all   all rows
   --json  one JSON document with all rows
+
+Exit status: 0 success, 1 failure, 2 wrong usage.
 )";
 
 constexpr size_t FEW_ROWS = 20;

@@ -31,10 +31,26 @@ configure_file(cmake/scan695.pc.in scan695.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/scan695.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
+if(NOT WIN32)
+    install(DIRECTORY ${PROJECT_BINARY_DIR}/manual/man3 DESTINATION ${CMAKE_INSTALL_MANDIR}
+        COMPONENT development)
+endif()
 if(SCAN695_COMMAND)
     file(RELATIVE_PATH to_library /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
     set_target_properties(scan695_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${to_library}")
     install(TARGETS scan695_cli COMPONENT command)
+    if(TARGET scan695_manual)
+        set(made ${PROJECT_BINARY_DIR}/manual/made)
+        set(zsh_directory site-functions)
+        if(SCAN695_DEBIAN)
+            set(zsh_directory vendor-completions)
+        endif()
+        install(DIRECTORY ${made}/man1 DESTINATION ${CMAKE_INSTALL_MANDIR} COMPONENT command)
+        install(FILES ${made}/bash/scan695 COMPONENT command
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+        install(FILES ${made}/zsh/_scan695 COMPONENT command
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/${zsh_directory})
+    endif()
 endif()
 
 include(cmake/cpack.cmake)

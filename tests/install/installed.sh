@@ -9,6 +9,10 @@ cd "$work"
 cmake --install "$build" --prefix "$work/first" >install.log
 mv first moved
 prefix=$work/moved
+for file in man/man1/scan695-find.1 man/man3/scan695.3 bash-completion/completions/scan695 \
+    zsh/site-functions/_scan695; do
+    [ -s "$prefix/share/$file" ]
+done
 library=$(find "$prefix" -name libscan695.so)
 sample=$source/samples/c166.abs
 examples=$source/examples
