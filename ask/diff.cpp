@@ -132,23 +132,29 @@ class Side {
     std::vector<Item> items_;           // by key and address
 };
 
+struct Programs {
+    Side before;
+    Side after;
+    Differences differences{before.image(), after.image()};
+};
+
 bool IsSame(const Item& a, const Item& b) {
     return std::tie(a.symbol.record.value, a.size, a.type) ==
            std::tie(b.symbol.record.value, b.size, b.type);
 }
 
-void CompareItems(const Side& before, const Item* a, const Side& after, const Item* b, Diff& diff) {
+void CompareItems(const Programs& programs, const Item* a, const Item* b, Diff& diff) {
     SymbolChange change;
-    if (a != nullptr) change.before = before.Describe(*a);
-    if (b != nullptr) change.after = after.Describe(*b);
+    if (a != nullptr) change.before = programs.before.Describe(*a);
+    if (b != nullptr) change.after = programs.after.Describe(*b);
     if (a != nullptr && b != nullptr) {
         change.is_moved = a->symbol.record.value != b->symbol.record.value;
         change.is_resized = a->size != b->size;
         change.is_retyped = a->type != b->type;
         change.bytes = change.is_resized
                            ? std::max(a->size, b->size)
-                           : CountDifferences(before.image(), a->symbol.record.value, after.image(),
-                                              b->symbol.record.value, a->size);
+                           : programs.differences.Count(a->symbol.record.value,
+                                                        b->symbol.record.value, a->size);
         if (!change.is_moved && !change.is_resized && !change.is_retyped && change.bytes == 0)
             return;
     }
@@ -158,7 +164,7 @@ void CompareItems(const Side& before, const Item* a, const Side& after, const It
 using Items = std::vector<const Item*>;
 
 // Symbols of one name: first those that are the same are taken together, then in order of address.
-void CompareGroups(const Side& before, Items a, const Side& after, Items b, Diff& diff) {
+void CompareGroups(const Programs& programs, Items a, Items b, Diff& diff) {
     if (a.size() > 1 || b.size() > 1) {
         Items rest_a, rest_b;
         size_t j = 0;
@@ -168,7 +174,7 @@ void CompareGroups(const Side& before, Items a, const Side& after, Items b, Diff
                        std::tie(item->symbol.record.value, item->size, item->type))
                 rest_b.push_back(b[j++]);
             if (j < b.size() && IsSame(*item, *b[j])) {
-                CompareItems(before, item, after, b[j++], diff);
+                CompareItems(programs, item, b[j++], diff);
             } else {
                 rest_a.push_back(item);
             }
@@ -178,12 +184,13 @@ void CompareGroups(const Side& before, Items a, const Side& after, Items b, Diff
         b = std::move(rest_b);
     }
     for (size_t i = 0; i < std::max(a.size(), b.size()); ++i) {
-        CompareItems(before, i < a.size() ? a[i] : nullptr, after, i < b.size() ? b[i] : nullptr,
-                     diff);
+        CompareItems(programs, i < a.size() ? a[i] : nullptr, i < b.size() ? b[i] : nullptr, diff);
     }
 }
 
-void CompareSymbols(const Side& before, const Side& after, Diff& diff) {
+void CompareSymbols(const Programs& programs, Diff& diff) {
+    const Side& before = programs.before;
+    const Side& after = programs.after;
     auto a = before.items().begin();
     auto b = after.items().begin();
     const auto take = [](auto& at, auto end, uint64_t key) {
@@ -195,7 +202,7 @@ void CompareSymbols(const Side& before, const Side& after, Diff& diff) {
     const auto b_end = after.items().end();
     while (a != a_end || b != b_end) {
         const uint64_t key = a == a_end ? b->key : b == b_end ? a->key : std::min(a->key, b->key);
-        CompareGroups(before, take(a, a_end, key), after, take(b, b_end, key), diff);
+        CompareGroups(programs, take(a, a_end, key), take(b, b_end, key), diff);
     }
     const auto name_of = [&](const SymbolChange& change) {
         const auto& side = change.before ? change.before : change.after;
@@ -297,12 +304,11 @@ Diff Compare(const Fst& before, const Fst& after) {
         diff.image_after = diff.image_before;
         return diff;
     }
-    const Side side_before(before);
-    const Side side_after(after);
-    CompareSymbols(side_before, side_after, diff);
-    CompareLayouts(side_before, side_after, diff);
+    const Programs programs = {Side(before), Side(after)};
+    CompareSymbols(programs, diff);
+    CompareLayouts(programs.before, programs.after, diff);
     CompareModules(before, after, diff);
-    diff.is_rest_changed = side_before.KeyOfRest() != side_after.KeyOfRest();
+    diff.is_rest_changed = programs.before.KeyOfRest() != programs.after.KeyOfRest();
     return diff;
 }
 

@@ -9,11 +9,29 @@ namespace scan695::ask {
 
 namespace {
 
-uint64_t CountDifferences(std::string_view a, std::string_view b) {
-    if (a == b) return 0;
-    uint64_t count = 0;
-    for (size_t i = 0; i < a.size(); ++i) count += a[i] != b[i] ? 1 : 0;
-    return count;
+constexpr uint64_t END_OF_IMAGES = uint64_t{1} << 33;  // a block may reach over the last address
+
+// Calls `use(begin, end)` for the stretches of [at_a, at_a + size) that differ from those at at_b.
+template <class Use>
+void ForEachDifference(const Image& a, uint64_t at_a, const Image& b, uint64_t at_b, uint64_t size,
+                       Use use) {
+    a.stretches().Split(at_a, at_a + size, [&](uint64_t from, uint64_t to, size_t block_a) {
+        const uint64_t shifted = from - at_a + at_b;
+        const auto compare = [&](uint64_t first, uint64_t behind, size_t block_b) {
+            const uint64_t begin = first - at_b + at_a;
+            const uint64_t end = begin + (behind - first);
+            const bool has_a = block_a != Stretches::NOBODY;
+            const bool has_b = block_b != Stretches::NOBODY;
+            if (has_a != has_b) use(begin, end);
+            if (!has_a || !has_b) return;
+            const std::string_view x = a.BytesOf(begin, end, block_a);
+            const std::string_view y = b.BytesOf(first, behind, block_b);
+            if (x == y) return;
+            for (size_t i = 0; i < x.size(); ++i)
+                if (x[i] != y[i]) use(begin + i, begin + i + 1);
+        };
+        b.stretches().Split(shifted, shifted + (to - from), compare);
+    });
 }
 
 }  // namespace
@@ -36,23 +54,29 @@ std::string_view Image::BytesOf(uint64_t begin, uint64_t end, size_t block) cons
     return {bytes + (begin - code.head.address), end - begin};
 }
 
-uint64_t CountDifferences(const Image& a, uint64_t at_a, const Image& b, uint64_t at_b,
-                          uint64_t size) {
-    uint64_t count = 0;
-    a.stretches().Split(at_a, at_a + size, [&](uint64_t from, uint64_t to, size_t block_a) {
-        const uint64_t shifted = from - at_a + at_b;
-        const auto compare = [&](uint64_t first, uint64_t behind, size_t block_b) {
-            const uint64_t begin = first - at_b + at_a;
-            const uint64_t length = behind - first;
-            const bool has_a = block_a != Stretches::NOBODY;
-            const bool has_b = block_b != Stretches::NOBODY;
-            if (has_a != has_b) count += length;
-            if (has_a && has_b)
-                count += CountDifferences(a.BytesOf(begin, begin + length, block_a),
-                                          b.BytesOf(first, behind, block_b));
-        };
-        b.stretches().Split(shifted, shifted + (to - from), compare);
+Differences::Differences(const Image& a, const Image& b) : a_(a), b_(b) {
+    ForEachDifference(a, 0, b, 0, END_OF_IMAGES, [&](uint64_t begin, uint64_t end) {
+        const uint64_t before =
+            runs_.empty() ? 0 : runs_.back().before + runs_.back().end - runs_.back().begin;
+        if (!runs_.empty() && runs_.back().end == begin)
+            runs_.back().end = end;
+        else
+            runs_.push_back({begin, end, before});
     });
+}
+
+uint64_t Differences::CountBelow(uint64_t address) const {
+    const auto next = std::ranges::upper_bound(runs_, address, {}, &Run::begin);
+    if (next == runs_.begin()) return 0;
+    const Run& run = *(next - 1);
+    return run.before + std::min(address, run.end) - run.begin;
+}
+
+uint64_t Differences::Count(uint64_t at_a, uint64_t at_b, uint64_t size) const {
+    if (at_a == at_b) return CountBelow(at_a + size) - CountBelow(at_a);
+    uint64_t count = 0;
+    ForEachDifference(a_, at_a, b_, at_b, size,
+                      [&](uint64_t begin, uint64_t end) { count += end - begin; });
     return count;
 }
 

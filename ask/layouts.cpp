@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "ask/names.h"
+#include "inspector/lists.h"
 #include "inspector/reader.h"
 
 namespace scan695::ask {
@@ -92,16 +93,27 @@ void ForEachLayoutType(const Fst& fst, Use use) {
 // Collects layouts, equal ones once.
 class LayoutSet {
   public:
-    explicit LayoutSet(const Fst& fst) : fst_(fst) {}
+    explicit LayoutSet(const Fst& fst) : fst_(fst), lists_(TypeLists(fst)) {}
 
     void Add(const FoundType& found) {
         if (!seen_.insert(found.record).second) return;
+        const inspector::ListPlace list = inspector::ListOf(found.type);
+        if (list.count != 0 && !lists_.Find(list)) return;
+        // Copies of a type differ in their index alone.
+        std::string contents(reinterpret_cast<const char*>(&found.type.u), sizeof found.type.u);
+        contents += static_cast<char>(found.type.type_tag);
+        const auto [copy, is_first] = records_.try_emplace(std::move(contents), layouts_.size());
+        if (!is_first) {
+            layouts_[copy->second].types.push_back(found.type.here_type_index);
+            return;
+        }
         Layout layout = LayoutOf(fst_, found);
         const auto [place, is_new] =
             places_.try_emplace(layout.text + std::to_string(layout.size), layouts_.size());
         if (is_new) {
             layouts_.push_back(std::move(layout));
         } else {
+            copy->second = place->second;
             layouts_[place->second].types.push_back(found.type.here_type_index);
         }
     }
@@ -121,8 +133,10 @@ class LayoutSet {
 
   private:
     const Fst& fst_;
+    inspector::ListSet lists_;  // a layout whose list lies over another is damage
     std::vector<Layout> layouts_;
-    std::unordered_set<uint32_t> seen_;  // records
+    std::unordered_set<uint32_t> seen_;                // records
+    std::unordered_map<std::string, size_t> records_;  // by what stands in them
     std::unordered_map<std::string, size_t> places_;
 };
 

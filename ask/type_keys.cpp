@@ -27,16 +27,38 @@ KeyMaker& KeyMaker::Add(std::string_view text) {
     return Add(rest);
 }
 
-TypeKeys::TypeKeys(const inspector::Fst& fst) : fst_(fst) {
+TypeKeys::TypeKeys(const inspector::Fst& fst) : fst_(fst), lists_(TypeLists(fst)) {
     const uint64_t count = UsableEntries(fst, inspector::TYPES);
     keys_.resize(count);
+    ComputeLists();
     for (int round = 0; round < ROUNDS; ++round) {
         std::vector<uint64_t> next(count);
         for (uint64_t i = 0; i < count; ++i)
             next[i] = Compute(*ReadEntry<TYPEINFO>(fst, inspector::TYPES, i));
         if (next == keys_) break;
         keys_ = std::move(next);
+        ComputeLists();
     }
+}
+
+void TypeKeys::ComputeLists() {
+    list_keys_.clear();
+    for (const inspector::ListPlace& list : lists_.places()) {
+        KeyMaker key;
+        for (uint32_t i = 0; i < list.count; ++i) {
+            FIELDINFO field;
+            if (!inspector::ReadAt(fst_, list.offset + uint64_t{i} * sizeof field, field)) break;
+            key.Add(field.value);
+            key.Add(inspector::NameAt(fst_, field.name_offs).value_or(""));
+            key.Add(Of(field.type_index));
+        }
+        list_keys_.push_back(key.key());
+    }
+}
+
+uint64_t TypeKeys::KeyOfList(const TYPEINFO& type) const {
+    const auto list = lists_.Find(inspector::ListOf(type));
+    return list ? list_keys_[*list] : 0;
 }
 
 uint64_t TypeKeys::Of(uint32_t type_index) const {
@@ -64,12 +86,7 @@ uint64_t TypeKeys::Compute(const TYPEINFO& type) const {
             break;
         case TAG_FUNCTION:
             key.Add(u.function.spec).Add(u.function.nof_params).Add(Of(u.function.type_index));
-            for (uint32_t i = 0; u.function.params_offset != 0 && i < u.function.nof_params; ++i) {
-                FIELDINFO field;
-                const uint64_t offset = u.function.params_offset + uint64_t{i} * sizeof field;
-                if (!inspector::ReadAt(fst_, offset, field)) break;
-                key.Add(Of(field.type_index));
-            }
+            key.Add(KeyOfList(type));
             break;
         case TAG_STRUCT:
         case TAG_UNION:
@@ -90,21 +107,12 @@ uint64_t TypeKeys::Compute(const TYPEINFO& type) const {
 uint64_t TypeKeys::OfLayout(const TYPEINFO& type) const {
     const bool is_items = type.type_tag == TAG_ENUMERATION;
     const auto& u = type.u;
-    const auto name_at = [&](uint32_t offset) {
-        return inspector::NameAt(fst_, offset).value_or("");
-    };
+    const uint32_t name = is_items ? u.enumeration.name_offs : u.structunion.name_offs;
     KeyMaker key;
     key.Add(type.type_tag);
-    key.Add(name_at(is_items ? u.enumeration.name_offs : u.structunion.name_offs));
+    key.Add(inspector::NameAt(fst_, name).value_or(""));
     key.Add(is_items ? u.enumeration.type_index : u.structunion.size);
-    const uint32_t list = is_items ? u.enumeration.field_offs : u.structunion.field_offs;
-    const uint32_t count =
-        inspector::StoredElements(is_items ? u.enumeration.nof_elem : u.structunion.nof_elem);
-    for (uint32_t i = 0; list != 0 && i < count; ++i) {
-        FIELDINFO field;
-        if (!inspector::ReadAt(fst_, list + uint64_t{i} * sizeof field, field)) break;
-        key.Add(field.value).Add(name_at(field.name_offs)).Add(Of(field.type_index));
-    }
+    key.Add(KeyOfList(type));
     return key.key();
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "inspector/lists.h"
 #include "inspector/lookup.h"
 
 namespace scan695::ask {
@@ -37,9 +38,13 @@ class TypeKeys {
 
   private:
     uint64_t Compute(const TYPEINFO& type) const;
+    uint64_t KeyOfList(const TYPEINFO& type) const;
+    void ComputeLists();
 
     const inspector::Fst& fst_;
-    std::vector<uint64_t> keys_;  // by record
+    inspector::ListSet lists_;
+    std::vector<uint64_t> list_keys_;  // by list, of the keys of their types
+    std::vector<uint64_t> keys_;       // by record
 };
 
 }  // namespace scan695::ask

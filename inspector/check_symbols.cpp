@@ -29,7 +29,8 @@ void CheckLocation(uint64_t number, const LOCINFO& location, Findings& findings)
     if (!is_good) findings.Add("symbol %llu: impossible location", Wide(number));
 }
 
-void CheckLocations(const Fst& fst, uint64_t number, const SYMINFO& symbol, Findings& findings) {
+void CheckLocations(const Fst& fst, uint64_t number, const SYMINFO& symbol, CheckedLists& lists,
+                    Findings& findings) {
     const bool has_locations = (symbol.access_mode & ACCESS_HAS_LOCATIONS) != 0;
     if ((symbol.access_mode & ~ACCESS_HAS_LOCATIONS) != 0) {
         findings.Add("symbol %llu: access mode is 0x%x", Wide(number), symbol.access_mode);
@@ -37,17 +38,17 @@ void CheckLocations(const Fst& fst, uint64_t number, const SYMINFO& symbol, Find
     if (!has_locations && symbol.nof_locs != 0) {
         findings.Add("symbol %llu: %u locations without their flag", Wide(number), symbol.nof_locs);
     }
-    const uint32_t size = StoredElements(symbol.nof_locs) * LIST_ELEMENT_BYTES;
-    if (size == 0) {
+    const ListPlace list = {symbol.locinfo_offs, StoredElements(symbol.nof_locs)};
+    if (list.count == 0) {
         if (symbol.locinfo_offs != 0) {
             findings.Add("symbol %llu: location list without elements", Wide(number));
         }
         return;
     }
-    if (!CheckList(fst, symbol.locinfo_offs, size, "symbol", number, findings)) return;
-    for (uint32_t at = 0; at < size; at += sizeof(LOCINFO)) {
+    if (!CheckList(fst, list, 0, "symbol", number, lists, findings)) return;
+    for (uint32_t i = 0; i < list.count; ++i) {
         LOCINFO location;
-        if (!ReadAt(fst, uint64_t{symbol.locinfo_offs} + at, location)) return;
+        if (!ReadAt(fst, list.offset + uint64_t{i} * sizeof location, location)) return;
         CheckLocation(number, location, findings);
     }
 }
@@ -119,7 +120,8 @@ void CheckPlace(const FstHeader& header, uint64_t number, const SYMINFO& symbol,
     }
 }
 
-void CheckSymbol(const Fst& fst, uint64_t number, const SYMINFO& symbol, Findings& findings) {
+void CheckSymbol(const Fst& fst, uint64_t number, const SYMINFO& symbol, CheckedLists& lists,
+                 Findings& findings) {
     if (!IsIndexBelow(symbol.module, fst.header.nof_modules)) {
         findings.Add("symbol %llu: no module %d", Wide(number), symbol.module);
     }
@@ -133,7 +135,7 @@ void CheckSymbol(const Fst& fst, uint64_t number, const SYMINFO& symbol, Finding
     if (symbol.reserved != 0) {
         findings.Add("symbol %llu: reserved bytes are not zero", Wide(number));
     }
-    CheckLocations(fst, number, symbol, findings);
+    CheckLocations(fst, number, symbol, lists, findings);
     CheckSize(fst, number, symbol, findings);
     if (HasAllSymbols(fst)) CheckPlace(fst.header, number, symbol, findings);
 }
@@ -148,12 +150,13 @@ void CheckSymbols(const Fst& fst, Findings& findings) {
                      Wide(section.entries));
     }
     int longest_name = 0;
+    CheckedLists lists = {LocationLists(fst)};
     const uint64_t usable = UsableEntries(fst, SYMBOLS);
     for (uint64_t i = 0; i < usable; ++i) {
         const auto symbol = *ReadEntry<SYMINFO>(fst, SYMBOLS, i);
         longest_name =
             std::max(longest_name, CheckName(fst, symbol.name_offs, "symbol", i, findings));
-        CheckSymbol(fst, i, symbol, findings);
+        CheckSymbol(fst, i, symbol, lists, findings);
     }
     const int stated = fst.header.max_symbol_name;
     const bool is_complete = HasAllSymbols(fst) && usable == expected;

@@ -8,6 +8,7 @@ struct TypeCheck {
     const Fst& fst;
     uint64_t number;
     const TYPEINFO& type;
+    CheckedLists& lists;
     Findings& findings;
 
     void Require(bool is_good, const char* what) const {
@@ -16,13 +17,15 @@ struct TypeCheck {
     void Name(uint32_t offset) const { CheckName(fst, offset, "type", number, findings); }
 };
 
-enum class FieldKind { MEMBER, ITEM, PARAMETER };
+enum class FieldKind : uint8_t { MEMBER, ITEM, PARAMETER };
 
-void CheckFields(const TypeCheck& check, uint32_t offset, uint32_t size, FieldKind kind) {
-    if (!CheckList(check.fst, offset, size, "type", check.number, check.findings)) return;
-    for (uint32_t at = 0; at < size; at += sizeof(FIELDINFO)) {
+void CheckFields(const TypeCheck& check, ListPlace list, FieldKind kind) {
+    if (!CheckList(check.fst, list, static_cast<uint8_t>(kind), "type", check.number, check.lists,
+                   check.findings))
+        return;
+    for (uint32_t i = 0; i < list.count; ++i) {
         FIELDINFO field;
-        if (!ReadAt(check.fst, uint64_t{offset} + at, field)) return;
+        if (!ReadAt(check.fst, list.offset + uint64_t{i} * sizeof field, field)) return;
         check.Require(field.reserved == 0, "reserved word of a list element is not zero");
         if (kind == FieldKind::PARAMETER) {
             check.Require(field.name_offs == 0 && field.value == 0,
@@ -38,11 +41,11 @@ void CheckFields(const TypeCheck& check, uint32_t offset, uint32_t size, FieldKi
 
 // A list whose length has no low 16 bits is not stored.
 void CheckOptionalFields(const TypeCheck& check, uint32_t offset, uint32_t count, FieldKind kind) {
-    const uint32_t size = StoredElements(count) * LIST_ELEMENT_BYTES;
-    if (size == 0) {
+    const ListPlace list = {offset, StoredElements(count)};
+    if (list.count == 0) {
         check.Require(offset == 0, "list without elements");
     } else {
-        CheckFields(check, offset, size, kind);
+        CheckFields(check, list, kind);
     }
 }
 
@@ -55,8 +58,8 @@ void CheckFunction(const TypeCheck& check) {
                   "reserved bytes are not zero");
     // The count is cut to 8 bits, so a list may be longer than it says.
     if (function.nof_params != 0 || function.params_offset != 0) {
-        CheckFields(check, function.params_offset,
-                    StoredElements(function.nof_params) * LIST_ELEMENT_BYTES, FieldKind::PARAMETER);
+        CheckFields(check, {function.params_offset, StoredElements(function.nof_params)},
+                    FieldKind::PARAMETER);
     }
 }
 
@@ -129,9 +132,10 @@ void CheckType(const TypeCheck& check) {
 }  // namespace
 
 void CheckTypes(const Fst& fst, Findings& findings) {
+    CheckedLists lists = {TypeLists(fst)};
     for (uint64_t i = 0; i < UsableEntries(fst, TYPES); ++i) {
         const auto type = *ReadEntry<TYPEINFO>(fst, TYPES, i);
-        CheckType({fst, i, type, findings});
+        CheckType({fst, i, type, lists, findings});
     }
 }
 

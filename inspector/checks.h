@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "inspector/lists.h"
 #include "inspector/lookup.h"
 
 // Lets compilers that know how compare the arguments of Add with its format.
@@ -51,8 +52,16 @@ void CheckCode(const Fst& fst, Findings& findings);
 int CheckName(const Fst& fst, uint32_t offset, const char* what, uint64_t number,
               Findings& findings);
 
-// A list of `size` bytes in the stored area. Gives false after a violation.
-bool CheckList(const Fst& fst, uint32_t offset, uint32_t size, const char* what, uint64_t number,
-               Findings& findings);
+// Tells which lists have been looked through, by kind of their elements: those that copies of a
+// type share are looked through once.
+struct CheckedLists {
+    ListSet lists;
+    std::vector<uint8_t> kinds_done = std::vector<uint8_t>(lists.places().size());  // a bit each
+};
+
+// A list in the stored area. Gives true when its elements are to be checked as those of a kind, and
+// false after a violation.
+bool CheckList(const Fst& fst, ListPlace place, uint8_t kind, const char* what, uint64_t number,
+               CheckedLists& checked, Findings& findings);
 
 }  // namespace scan695::inspector

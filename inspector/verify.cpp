@@ -37,13 +37,25 @@ int CheckName(const Fst& fst, uint32_t offset, const char* what, uint64_t number
     return static_cast<int>(name->size());
 }
 
-bool CheckList(const Fst& fst, uint32_t offset, uint32_t size, const char* what, uint64_t number,
-               Findings& findings) {
-    const uint64_t end = uint64_t{offset} + size;
-    if (offset >= sizeof(FstHeader) && offset % 4 == 0 && end <= fst.stored_end) return true;
-    findings.Add("%s %llu: list of %u bytes at offset 0x%x is not in the stored area", what,
-                 Wide(number), size, offset);
-    return false;
+bool CheckList(const Fst& fst, ListPlace place, uint8_t kind, const char* what, uint64_t number,
+               CheckedLists& checked, Findings& findings) {
+    const uint32_t offset = place.offset;
+    const uint32_t size = place.count * LIST_ELEMENT_BYTES;
+    if (offset < sizeof(FstHeader) || offset % 4 != 0 || uint64_t{offset} + size > fst.stored_end) {
+        findings.Add("%s %llu: list of %u bytes at offset 0x%x is not in the stored area", what,
+                     Wide(number), size, offset);
+        return false;
+    }
+    const auto list = checked.lists.Find(place);
+    if (!list) {
+        findings.Add("%s %llu: list of %u bytes at offset 0x%x lies over another", what,
+                     Wide(number), size, offset);
+        return false;
+    }
+    uint8_t& done = checked.kinds_done[*list];
+    const bool is_new = (done >> kind & 1) == 0;
+    done = static_cast<uint8_t>(done | 1U << kind);
+    return is_new;
 }
 
 std::vector<std::string> Verify(const Fst& fst) {

@@ -15,12 +15,13 @@ struct HostileCase {
     builder::Bytes (*generate)(uint32_t size);
     uint32_t size;          // of the largest input; it is also made at a half and at a quarter
     bool debug;             // with DebugMode
-    bool is_fst = false;    // the bytes are an FST file, which the inspector reads and verifies
+    bool is_fst = false;    // the bytes are an FST file, which is verified, asked and compared
     bool may_stop = false;  // the library refuses the input, and has to do so quickly
 };
 
 std::span<const HostileCase> HostileTypes();
 std::span<const HostileCase> HostileScopes();
 std::span<const HostileCase> HostileTables();
+std::span<const HostileCase> HostileFst();
 
 }  // namespace scan695::bench

@@ -11,6 +11,9 @@
 #include <string_view>
 #include <vector>
 
+#include "ask/diff.h"
+#include "ask/find.h"
+#include "ask/layouts.h"
 #include "bench/hostile/hostile.h"
 #include "bench/measure.h"
 #include "inspector/verify.h"
@@ -25,10 +28,22 @@ constexpr double RATIO_LIMIT = 2.4;
 constexpr double SECONDS_A_MEGABYTE = 2.0;
 constexpr double MEASURABLE = 0.02;  // seconds; a ratio of shorter runs says nothing
 
+// Verifies an FST file, asks for an address and a name, looks at all layouts, and compares it with
+// a copy whose last byte is another.
 [[noreturn]] void InspectAndExit(const fs::path& file) {
     inspector::Fst fst;
+    inspector::Fst other;
     std::string error;
-    if (inspector::Load(file.string(), fst, error)) inspector::Verify(fst);
+    if (!inspector::Load(file.string(), fst, error)) std::_Exit(1);
+    std::vector<uint8_t> changed(fst.bytes.begin(), fst.bytes.end());
+    if (!changed.empty()) changed.back() ^= 1;
+    if (!inspector::Parse(changed, other, error)) std::_Exit(1);
+    std::ofstream nowhere("/dev/null");
+    ask::Finder finder(fst);
+    for (const char* text : {"0x10", "none", "n*e"}) finder.Print(ask::ParseQuery(text), nowhere);
+    inspector::Verify(fst);
+    ask::AllLayouts(fst);
+    ask::Compare(fst, other);
     std::_Exit(0);
 }
 
@@ -98,7 +113,7 @@ int main(int argc, char** argv) {
     Workshop workshop(directory);
     std::printf("| Input | | Size | n / 4 | n / 2 | n | Ratio |\n|---|---|---|---|---|---|---|\n");
     bool good = true;
-    for (const auto cases : {HostileTypes(), HostileScopes(), HostileTables()})
+    for (const auto cases : {HostileTypes(), HostileScopes(), HostileTables(), HostileFst()})
         for (const HostileCase& c : cases)
             if (IsWanted(c, {argv + 1, argv + argc})) good &= workshop.Run(c);
     fs::remove_all(directory);
