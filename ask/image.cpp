@@ -51,7 +51,7 @@ Image::Image(const inspector::Fst& fst) : fst_(fst) {
 std::string_view Image::BytesOf(uint64_t begin, uint64_t end, size_t block) const {
     const inspector::CodeBlock& code = fst_.code[block];
     const auto* bytes = reinterpret_cast<const char*>(fst_.bytes.data()) + code.body;
-    return {bytes + (begin - code.head.address), end - begin};
+    return {bytes + (begin - code.head.address), static_cast<size_t>(end - begin)};
 }
 
 Differences::Differences(const Image& a, const Image& b) : a_(a), b_(b) {

@@ -96,7 +96,7 @@ std::optional<RANGEINFO> Places::RangeAt(uint32_t address) {
 }
 
 std::vector<Block> Places::BlocksAt(uint32_t address) {
-    const uint64_t count = UsableEntries(fst_, inspector::BLOCK_ADDR_INDEX);
+    const size_t count = UsableEntries(fst_, inspector::BLOCK_ADDR_INDEX);
     const uint64_t behind =
         LowerBound(fst_, inspector::BLOCK_ADDR_INDEX, 0, count, [&](uint32_t number) {
             const auto block = ReadBlock(fst_, number);
@@ -110,13 +110,13 @@ std::vector<Block> Places::BlocksAt(uint32_t address) {
     if (!found && behind > FEW) {
         if (!block_cover_) {
             std::vector<uint64_t> ends(count);
-            for (uint64_t i = 0; i < count; ++i) {
+            for (size_t i = 0; i < count; ++i) {
                 const auto block = SortedBlock(fst_, i);
                 if (block) ends[i] = uint64_t{block->record.address} + block->record.size;
             }
             block_cover_.emplace(ends);
         }
-        const size_t place = block_cover_->Last(behind, address);
+        const size_t place = block_cover_->Last(static_cast<size_t>(behind), address);
         if (place != CoverIndex::NONE) found = SortedBlock(fst_, place);
     }
     std::vector<Block> blocks;

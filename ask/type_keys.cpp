@@ -28,12 +28,12 @@ KeyMaker& KeyMaker::Add(std::string_view text) {
 }
 
 TypeKeys::TypeKeys(const inspector::Fst& fst) : fst_(fst), lists_(TypeLists(fst)) {
-    const uint64_t count = UsableEntries(fst, inspector::TYPES);
+    const size_t count = UsableEntries(fst, inspector::TYPES);
     keys_.resize(count);
     ComputeLists();
     for (int round = 0; round < ROUNDS; ++round) {
         std::vector<uint64_t> next(count);
-        for (uint64_t i = 0; i < count; ++i)
+        for (size_t i = 0; i < count; ++i)
             next[i] = Compute(*ReadEntry<TYPEINFO>(fst, inspector::TYPES, i));
         if (next == keys_) break;
         keys_ = std::move(next);

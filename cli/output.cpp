@@ -136,7 +136,7 @@ bool HasEnd(const std::string& path) {
         const std::streamoff begin = std::max<std::streamoff>(0, end - 4096);
         std::string piece(static_cast<size_t>(end - begin), '\0');
         file.seekg(begin);
-        file.read(piece.data(), end - begin);
+        file.read(piece.data(), static_cast<std::streamsize>(piece.size()));
         tail.insert(0, piece);
         end = begin;
 

@@ -22,8 +22,8 @@ bool HasCode(const Fst& fst) {
 bool HasPoints(const Fst& fst) {
     if (!LineSlices(fst).empty()) return true;
     const uint64_t count =
-        std::min(UsableEntries(fst, SYMBOLS),
-                 uint64_t{fst.header.nof_global_symbols} + fst.header.nof_module_symbols);
+        std::min<uint64_t>(UsableEntries(fst, SYMBOLS),
+                           uint64_t{fst.header.nof_global_symbols} + fst.header.nof_module_symbols);
     for (uint64_t i = 0; i < count; ++i) {
         if (ReadEntry<SYMINFO>(fst, SYMBOLS, i)->mem_type == MEM_CODE) return true;
     }

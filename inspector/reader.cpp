@@ -169,17 +169,19 @@ bool Parse(std::vector<uint8_t> bytes, Fst& fst, std::string& error) {
     return ReadHead(fst, error);
 }
 
-uint64_t UsableEntries(const Fst& fst, SectionId id) {
+size_t UsableEntries(const Fst& fst, SectionId id) {
     const Section& section = fst.sections[id];
     if (id == CODE) return fst.code.size();
     if (!section.is_written || section.offset > fst.bytes.size()) return 0;
-    return std::min(section.entries, (fst.bytes.size() - section.offset) / LAYOUT[id].entry_size);
+    const uint64_t stored = (fst.bytes.size() - section.offset) / LAYOUT[id].entry_size;
+    return static_cast<size_t>(std::min(section.entries, stored));
 }
 
 std::optional<std::string_view> NameAt(const Fst& fst, uint32_t offset) {
     if (offset < sizeof(FstHeader) || offset >= fst.stored_end) return {};
     const char* text = reinterpret_cast<const char*>(fst.bytes.data()) + offset;
-    const size_t limit = std::min<size_t>(fst.stored_end - offset, MAX_NAME_LENGTH + 1);
+    const size_t limit =
+        static_cast<size_t>(std::min<uint64_t>(fst.stored_end - offset, MAX_NAME_LENGTH + 1));
     const void* end = std::memchr(text, '\0', limit);
     if (end == nullptr) return {};
     return std::string_view(text, static_cast<size_t>(static_cast<const char*>(end) - text));

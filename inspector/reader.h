@@ -91,7 +91,7 @@ std::optional<Record> ReadEntry(const Fst& fst, SectionId id, uint64_t number) {
 }
 
 // How many entries of the section lie inside the file.
-uint64_t UsableEntries(const Fst& fst, SectionId id);
+size_t UsableEntries(const Fst& fst, SectionId id);
 
 // The text at an offset of the stored area: NUL-terminated, at most 31 characters.
 std::optional<std::string_view> NameAt(const Fst& fst, uint32_t offset);
