@@ -10,20 +10,12 @@
 #include <string.h>
 #ifdef _WIN32
 #include <windows.h>
-#define SYMBOL(library, name) (void*)GetProcAddress((HMODULE)(library), name)
-#define OPEN(name) (void*)LoadLibraryA(name)
-#define CLOSE(library) FreeLibrary((HMODULE)(library))
-#else
-#include <dlfcn.h>
-#define SYMBOL(library, name) dlsym(library, name)
-#define OPEN(name) dlopen(name, RTLD_NOW)
-#define CLOSE(library) dlclose(library)
-#endif
+// windows.h comes first
+#include <psapi.h>
+#define dlopen(name, mode) ((void*)LoadLibraryA(name))
+#define dlsym(library, name) ((void*)GetProcAddress((HMODULE)(library), name))
+#define dlclose(library) FreeLibrary((HMODULE)(library))
 
-typedef uint32_t (*CheckFunction)(uint32_t, const char*);
-typedef const char* (*ConvertFunction)(uint32_t, const char*, const char*, uint32_t);
-
-#ifdef _WIN32
 static int hold(const char* name) {
     const HANDLE file = CreateFileA(name, GENERIC_READ, FILE_SHARE_READ, NULL, OPEN_EXISTING, 0, 0);
     puts(file == INVALID_HANDLE_VALUE ? "failed" : "held");
@@ -31,35 +23,46 @@ static int hold(const char* name) {
     return getchar() == '\n' ? 0 : 1;
 }
 
-/* True if something of a freed library is still there. */
+/* Not 0 if something of a freed library is still there. What the system itself keeps of a first one
+ * or two loads does not count. */
 static int left_behind(const char* name) {
-    return GetModuleHandleA(name) != NULL || signal(SIGINT, SIG_DFL) != SIG_DFL;
+    static DWORD loads, slot_before;
+    static SIZE_T bytes_before;
+    PROCESS_MEMORY_COUNTERS memory;
+    GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
+    const DWORD slot = TlsAlloc();
+    TlsFree(slot);
+    if (++loads <= 2) slot_before = slot, bytes_before = memory.PagefileUsage;
+    if (GetModuleHandleA(name) != NULL) return 1;
+    if (signal(SIGINT, SIG_DFL) != SIG_DFL) return 2;
+    if (slot > slot_before) return 3;
+    return memory.PagefileUsage > bytes_before + 65536 ? 4 : 0;
 }
 #else
-static int left_behind(const char* name) {
-    return name == NULL;
-}
+#include <dlfcn.h>
+#define hold(name) 1
+#define left_behind(name) 0
 #endif
 
 int main(int argc, char** argv) {
     if (argc != 3) return 90;
-#ifdef _WIN32
     if (strcmp(argv[1], "hold") == 0) return hold(argv[2]);
-#endif
-    void* library = OPEN(argv[1]);
+    void* library = dlopen(argv[1], RTLD_NOW);
     for (const char* step = argv[2]; *step != 0; ++step) {
         if (*step == 'r') {
-            CLOSE(library);
-            if (left_behind(argv[1])) return 91;
-            library = OPEN(argv[1]);
+            dlclose(library);
+            const int kind = left_behind(argv[1]);
+            if (kind != 0) return 80 + kind;
+            library = dlopen(argv[1], RTLD_NOW);
+            continue;
         }
-        if (library == NULL) return 92;
-        if (*step == 'r') continue;
-        const CheckFunction check = (CheckFunction)SYMBOL(library, "Check");
-        const ConvertFunction convert = (ConvertFunction)SYMBOL(library, "Convert");
-        if (check == NULL || convert == NULL) return 94;
+        if (library == NULL) return 91;
+        uint32_t (*check)(uint32_t, const char*) = dlsym(library, "Check");
+        const char* (*convert)(uint32_t, const char*, const char*, uint32_t) =
+            dlsym(library, "Convert");
+        if (check == NULL || convert == NULL) return 92;
         printf("Check: %u\n", (unsigned)check(0, "t.abs"));
-        if (convert(0, "t.abs", "t.stf", *step == 'd') != NULL) return 95;
+        if (convert(0, "t.abs", "t.stf", *step == 'd') != NULL) return 93;
     }
     return 0;
 }
