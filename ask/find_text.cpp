@@ -10,7 +10,6 @@ namespace scan695::ask {
 
 using inspector::HexText;
 using inspector::Printable;
-using inspector::ReadEntry;
 
 namespace {
 
@@ -29,7 +28,7 @@ std::string KeptIn(const Fst& fst, uint8_t storage_class, uint32_t value) {
     return word.empty() ? "register " + HexText(value) : word;
 }
 
-std::string Bytes(uint32_t size) {
+std::string BytesText(uint32_t size) {
     return std::to_string(size) + (size == 1 ? " byte" : " bytes");
 }
 
@@ -136,7 +135,7 @@ bool Finder::PrintNames(const Query& query, std::ostream& out) {
         if (!has_locations) out << "  " << KeptIn(fst_, record.storage_class, record.value);
         const auto block = places_.BlockOf(symbol);
         const uint32_t size = block ? block->record.size : record.size;
-        if (size != 0) out << ", " << Bytes(size);
+        if (size != 0) out << ", " << BytesText(size);
         out << ", " << inspector::StorageWord(record.storage_class);
         if (record.storage_class < STORAGE_AUTO)
             out << ' ' << inspector::MemoryWord(record.mem_type);

@@ -74,8 +74,14 @@ std::optional<FoundType> Behind(const Fst& fst, uint32_t type_index) {
             case TAG_ARRAY:
                 type_index = found->type.u.array.type_index;
                 break;
-            default:
-                return HasLayout(found->type) ? found : std::nullopt;
+            case TAG_STRUCT:
+            case TAG_UNION:
+            case TAG_ENUMERATION:
+                return found;
+            case TAG_NONE:
+            case TAG_BITFIELD:
+            case TAG_FUNCTION:
+                return {};
         }
     }
     return {};

@@ -128,14 +128,14 @@ std::vector<Block> Places::BlocksAt(uint32_t address) {
     return blocks;
 }
 
-std::optional<Block> Places::FunctionOf(int32_t number) const {
-    auto block = ReadBlock(fst_, number);
-    for (size_t depth = 0; block && block->record.is_function == 0; ++depth) {
-        const int64_t outer = block->record.parent;
-        if (depth == MAX_NESTING || outer >= block->number) return {};
-        block = ReadBlock(fst_, outer);
+std::optional<Block> Places::FunctionOf(int32_t block) const {
+    auto found = ReadBlock(fst_, block);
+    for (size_t depth = 0; found && found->record.is_function == 0; ++depth) {
+        const int64_t outer = found->record.parent;
+        if (depth == MAX_NESTING || outer >= found->number) return {};
+        found = ReadBlock(fst_, outer);
     }
-    return block;
+    return found;
 }
 
 std::optional<Block> Places::BlockOf(const Symbol& function) {

@@ -66,7 +66,7 @@ class Places {
     std::vector<Block> BlocksAt(uint32_t address);
     std::optional<Symbol> VariableAt(uint32_t address);
     std::optional<Symbol> LabelAt(uint32_t address, const RANGEINFO& range) const;
-    const std::vector<Symbol>& SymbolsOfFunction(uint32_t block);
+    const std::vector<Symbol>& SymbolsOfFunction(uint32_t number);
 
     const Fst& fst_;
     // What no index of the file tells is worked out when it is first asked for.

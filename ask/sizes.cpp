@@ -122,10 +122,10 @@ void CountImage(const Fst& fst, Sizes& sizes, const Owners& owners) {
             if (module == Stretches::NOBODY) return CountConstants(sizes, owners, from, to, memory);
             sizes.modules[module].bytes.code += to - from;
             memory.code += to - from;
-            owners.functions.Split(from, to, [&](uint64_t first, uint64_t behind, size_t owner) {
+            owners.functions.Split(from, to, [&](uint64_t piece, uint64_t piece_end, size_t owner) {
                 const bool is_outside = owner == Stretches::NOBODY;
                 (is_outside ? sizes.code_outside_functions : sizes.functions[owner].code) +=
-                    behind - first;
+                    piece_end - piece;
             });
         });
     }

@@ -28,6 +28,7 @@ void PrintRow(std::ostream& out, const std::vector<std::string>& cells, const st
 void PrintNumbers(std::ostream& out, const std::vector<uint64_t>& numbers,
                   const std::string& text) {
     std::vector<std::string> cells;
+    cells.reserve(numbers.size());
     for (const uint64_t number : numbers)
         cells.push_back(number == 0 ? "-" : std::to_string(number));
     PrintRow(out, cells, text);

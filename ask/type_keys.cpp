@@ -98,7 +98,7 @@ uint64_t TypeKeys::Compute(const TYPEINFO& type) const {
             key.Add(*name);
             break;
         }
-        default:
+        case TAG_NONE:
             break;
     }
     return key.key();

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -120,7 +121,7 @@ class LargeHashTable {
 
   private:
     static constexpr size_t NOF_PARTS = 64;
-    HashTable<> parts_[NOF_PARTS];
+    std::array<HashTable<>, NOF_PARTS> parts_;
 };
 
 }  // namespace scan695

@@ -17,7 +17,7 @@ inline constexpr int MAX_NUMBER_TEXT = 11;  // "-2147483648"
 using HexPairs = std::array<char, 512>;
 constexpr HexPairs MakeHexPairs(const char* digits) {
     HexPairs pairs = {};
-    for (unsigned i = 0; i < 256; ++i) {
+    for (size_t i = 0; i < 256; ++i) {
         pairs[2 * i] = digits[i >> 4];
         pairs[2 * i + 1] = digits[i & 15];
     }
@@ -45,8 +45,8 @@ inline char* DecimalText(char* out, int32_t value) {
 inline char* HexText(char* out, uint32_t value, const HexPairs& pairs = LOWER_CASE) {
     constexpr int MAX_DIGITS = 8;
     char digits[2 * MAX_DIGITS] = {};
-    for (unsigned i = 0; i < 4; ++i)
-        std::memcpy(digits + 2 * i, &pairs[2 * (value >> (24 - 8 * i) & 0xFF)], 2);
+    for (size_t i = 0; i < 4; ++i)
+        std::memcpy(digits + 2 * i, &pairs[2 * size_t{value >> (24 - 8 * i) & 0xFF}], 2);
     const int zeros = std::countl_zero(value | 1) / 4;
     std::memcpy(out, digits + zeros, MAX_DIGITS);
     return out + MAX_DIGITS - zeros;

@@ -88,6 +88,12 @@ int RefuseUsage(const std::string& what, const std::string& subcommand) {
     return WRONG_USAGE;
 }
 
+// A word that nobody knows tells more than what is missing because of it.
+std::string Cause(const CLI::App& app, const CLI::ParseError& error) {
+    const std::vector<std::string> unknown = app.remaining(true);
+    return unknown.empty() ? error.what() : CLI::ExtrasError(unknown).what();
+}
+
 }  // namespace
 
 std::vector<Action> DeclareCommands(CLI::App& app) {
@@ -120,7 +126,7 @@ int RunCommandLine(std::vector<std::string> arguments) {
     try {
         app.parse(ForParser(std::move(arguments)));
         choose();
-        const auto place = std::find(std::begin(COMMANDS), std::end(COMMANDS), chosen);
+        const auto* const place = std::find(std::begin(COMMANDS), std::end(COMMANDS), chosen);
         return actions[static_cast<size_t>(place - std::begin(COMMANDS))]();
     } catch (const CLI::CallForHelp&) {
         choose();
@@ -128,7 +134,7 @@ int RunCommandLine(std::vector<std::string> arguments) {
     } catch (const CLI::CallForVersion&) {
         return Print(VERSION_TEXT);
     } catch (const CLI::ParseError& error) {
-        return RefuseUsage(error.what(), choose());
+        return RefuseUsage(Cause(app, error), choose());
     } catch (const UsageError& error) {
         return RefuseUsage(error.what, choose());
     }

@@ -226,6 +226,7 @@ bool StartChild(const ChildTask& task, Child& child) {
 
 int WaitForConsole(const std::vector<int>& consoles, int milliseconds) {
     std::vector<pollfd> waiting;
+    waiting.reserve(consoles.size());
     for (const int console : consoles) waiting.push_back({console, POLLIN, 0});
     if (poll(waiting.data(), waiting.size(), milliseconds) <= 0) return -1;
     for (size_t i = 0; i < waiting.size(); ++i) {

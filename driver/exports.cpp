@@ -1,4 +1,5 @@
 // The two functions that the library exports.
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -16,11 +17,12 @@ namespace {
 bool IsForThisScanner(const unsigned char (&head)[7]) {
     if (head[0] != scan695::BYTE_MB) return false;
     const std::string_view name(reinterpret_cast<const char*>(head) + 2, sizeof head - 2);
-    for (const scan695::ProcessorKind& processor : scan695::PROCESSORS)
-        if (processor.checked_name != nullptr && head[1] == std::strlen(processor.checked_name) &&
-            name.starts_with(processor.checked_name))
-            return true;
-    return false;
+    const auto has_name = [&](const scan695::ProcessorKind& processor) {
+        return processor.checked_name != nullptr &&
+               head[1] == std::strlen(processor.checked_name) &&
+               name.starts_with(processor.checked_name);
+    };
+    return std::ranges::any_of(scan695::PROCESSORS, has_name);
 }
 
 }  // namespace

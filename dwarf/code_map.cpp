@@ -116,8 +116,10 @@ CodeMap BuildCodeMap(const Program& program) {
 
     // Lines end where the owner changes, so ranges are not joined.
     std::vector<Stretch> all_ranges;
+    all_ranges.reserve(ranges.size());
     for (const OwnedStretch& range : ranges) all_ranges.push_back(range.stretch);
     std::vector<Stretch> all_blocks;
+    all_blocks.reserve(blocks.size());
     for (const OwnedStretch& block : blocks) all_blocks.push_back(block.stretch);
     Join(all_blocks);
     FindEnds(Boundaries(std::move(all_ranges)), Boundaries(std::move(all_blocks)), map.rows);

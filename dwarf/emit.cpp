@@ -8,7 +8,7 @@ namespace {
 
 // The set of addresses of a unit in .debug_aranges; nothing for a unit without code.
 void AppendAddresses(Bytes& aranges, uint32_t unit_offset, const std::vector<Stretch>& stretches) {
-    constexpr size_t PAIR = 2 * ADDRESS_SIZE;
+    constexpr size_t PAIR = size_t{2} * ADDRESS_SIZE;
     if (stretches.empty()) return;
     const size_t begin = aranges.size();
     Put32(aranges, 0);

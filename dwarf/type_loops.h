@@ -24,7 +24,7 @@ class TypeLoops {
     explicit TypeLoops(const inspector::Fst& fst);
 
     // True if this reference closes a loop.
-    bool IsCut(const TypeEdge& edge) const { return cuts_.count(edge.Key()) != 0; }
+    bool IsCut(const TypeEdge& edge) const { return cuts_.contains(edge.Key()); }
 
   private:
     std::unordered_set<uint64_t> cuts_;

@@ -23,9 +23,12 @@ bool HasEntry(const TYPEINFO& type) {
         case TAG_FUNCTION:
         case TAG_ENUMERATION:
             return true;
-        default:
-            return false;
+        case TAG_NONE:
+        case TAG_ATTRIBUTE:
+        case TAG_BITFIELD:
+            break;
     }
+    return false;
 }
 
 // The memory that an attribute tells in its high digit.

@@ -104,7 +104,9 @@ void Types::WriteRecord(EntryWriter& writer, uint32_t record, const TYPEINFO& ty
             return WriteFunction(writer, record, type);
         case TAG_ENUMERATION:
             return WriteEnumeration(writer, type);
-        default:
+        case TAG_NONE:
+        case TAG_ATTRIBUTE:
+        case TAG_BITFIELD:
             return;  // attributes and bitfields show where they are used
     }
 }

@@ -96,7 +96,8 @@ class IndexCells {
     IndexCells(std::span<uint32_t> index, CompareFunction compare)
         : index_(index.data()),
           compare_(compare),
-          budget_(int64_t{3} * static_cast<int64_t>(index.size()) * std::bit_width(index.size())) {}
+          budget_(static_cast<int64_t>(3 * index.size() *
+                                       static_cast<size_t>(std::bit_width(index.size())))) {}
 
     // Called for each partition: true when the part has been sorted by ranks.
     bool SortOtherwise(int32_t low, int32_t high) {

@@ -15,7 +15,7 @@ class RankTree {
     void SetRank(int32_t place, uint32_t rank) { At(place) = {rank, rank}; }
     void Build();
 
-    uint32_t Rank(int32_t place) const { return nodes_[leaves_ + place].lowest; }
+    uint32_t Rank(int32_t place) const { return nodes_.get()[leaves_ + place].lowest; }
     // The first place at or behind `place` with a rank of at least `rank`, and the last one at or
     // before it with a rank of at most `rank`. There must be one.
     int32_t NextNotBelow(int32_t place, uint32_t rank) const;
@@ -28,7 +28,7 @@ class RankTree {
         uint32_t lowest;
         uint32_t highest;
     };
-    Node& At(int32_t place) { return nodes_[leaves_ + place]; }
+    Node& At(int32_t place) { return nodes_.get()[leaves_ + place]; }
     Node Joined(int32_t parent) const;
     void UpdateAbove(int32_t place);
 

@@ -38,9 +38,14 @@ TypeEnd EndAtRecord(const TYPEINFO& type, uint32_t type_index) {
         case TAG_STRUCT:
         case TAG_UNION:
             return {type_index, type.u.structunion.size};
-        default:
-            return {type_index};
+        case TAG_NONE:
+        case TAG_BITFIELD:
+        case TAG_FUNCTION:
+        case TAG_ATTRIBUTE:
+        case TAG_ENUMERATION:
+            break;
     }
+    return {type_index};
 }
 
 // What an attribute does to a symbol by itself; the chain goes on at the type index.

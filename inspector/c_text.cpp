@@ -49,12 +49,12 @@ std::string Declare(const Fst& fst, uint32_t type_index, std::string declarator,
         const auto& u = found->type.u;
         switch (found->type.type_tag) {
             case TAG_POINTER:
-                declarator = "*" + (qualifiers.empty() ? "" : " " + qualifiers) + declarator;
+                declarator.insert(0, qualifiers.empty() ? "*" : "* " + qualifiers);
                 qualifiers.clear();
                 type_index = u.pointer.type_index;
                 break;
             case TAG_ATTRIBUTE:
-                qualifiers += "__attribute(" + HexText(u.pointer.spec) + ") ";
+                qualifiers.append("__attribute(").append(HexText(u.pointer.spec)).append(") ");
                 type_index = u.pointer.type_index;
                 break;
             case TAG_ARRAY:
@@ -73,7 +73,10 @@ std::string Declare(const Fst& fst, uint32_t type_index, std::string declarator,
             case TAG_BITFIELD:
                 return qualifiers + Joined(BasicTypeWord(u.bits.type_index), declarator) + " : " +
                        std::to_string(u.bits.nof_bits);
-            default:
+            case TAG_NONE:
+            case TAG_STRUCT:
+            case TAG_UNION:
+            case TAG_ENUMERATION:
                 return qualifiers + Joined(TagText(fst, found->type), declarator);
         }
     }
@@ -87,7 +90,7 @@ std::string Declaration(const Fst& fst, uint32_t type_index, std::string name) {
 }
 
 std::string TagText(const Fst& fst, const TYPEINFO& type) {
-    std::string word;
+    std::string word = "type ";
     std::optional<std::string_view> name;
     switch (type.type_tag) {
         case TAG_STRUCT:
@@ -99,8 +102,12 @@ std::string TagText(const Fst& fst, const TYPEINFO& type) {
             word = "enum ";
             name = NameAt(fst, type.u.enumeration.name_offs);
             break;
-        default:
-            word = "type ";
+        case TAG_NONE:
+        case TAG_POINTER:
+        case TAG_ARRAY:
+        case TAG_BITFIELD:
+        case TAG_FUNCTION:
+        case TAG_ATTRIBUTE:
             break;
     }
     if (name && !name->empty()) return word + std::string(*name);

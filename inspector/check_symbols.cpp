@@ -63,9 +63,14 @@ uint32_t SizeOf(const TYPEINFO& type) {
         case TAG_STRUCT:
         case TAG_UNION:
             return type.u.structunion.size;
-        default:
-            return 0;
+        case TAG_NONE:
+        case TAG_BITFIELD:
+        case TAG_FUNCTION:
+        case TAG_ATTRIBUTE:
+        case TAG_ENUMERATION:
+            break;
     }
+    return 0;
 }
 
 // Nothing where the file does not tell.

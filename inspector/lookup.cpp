@@ -75,7 +75,9 @@ std::optional<uint32_t> SizeOfType(const Fst& fst, uint32_t type_index) {
             case TAG_ATTRIBUTE:
                 type_index = u.pointer.type_index;
                 break;
-            default:
+            case TAG_NONE:
+            case TAG_BITFIELD:
+            case TAG_FUNCTION:
                 return {};
         }
     }

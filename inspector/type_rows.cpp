@@ -103,7 +103,8 @@ Row TypeRow(const Fst& fst, uint32_t number, const TYPEINFO& type) {
             spec = HexCell(u.pointer.spec);
             set_target(u.pointer.type_index);
             break;
-        default:
+        case TAG_NONE:
+        case TAG_BITFIELD:
             break;
     }
     const uint32_t index = type.here_type_index;

@@ -1,5 +1,6 @@
 #include "report/console.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -25,7 +26,7 @@ struct Console {
 };
 Console Lines;
 
-char* Fill(char* begin, char* end, const Conversion& conversion) {
+char* Fill(char* begin, const char* end, const Conversion& conversion) {
     const auto length = static_cast<size_t>(end - begin);
     const size_t missing = conversion.width - length;
     std::memmove(begin + missing, begin, length);
@@ -68,8 +69,7 @@ char* AppendText(char* out, const char* text) {
             return out;
         }
     }
-    std::memcpy(out, text, length);
-    return out + length;
+    return std::copy_n(text, length, out);
 }
 
 }  // namespace

@@ -91,7 +91,7 @@ class ReferenceWalk {
         return place.element == 0 ? VisitOwn(record) : VisitElement(ListOf(record));
     }
 
-    uint32_t VisitOwn(TYPEINFO& record) {
+    uint32_t VisitOwn(TYPEINFO& record) const {
         uint32_t* field = OwnReference(record);
         PatchField(*field, OwnLabel(record.type_tag),
                    [&] { WriteRecord(Store.TypeTable, last_.record, record); });
