@@ -91,7 +91,8 @@ struct HeldUp {
     }
 };
 
-// At a moment when the conversion will not end by itself, in every mode.
+// At a moment when the conversion will not end by itself, in every mode, within 0.2 s. A loaded
+// machine can be late many a time, a command that waits for something is late every time.
 TEST(Command, SignalsEndItAtOnceWithNothingLeftBehind) {
     const char* const modes[] = {
         "exec scan695 big.abs",
@@ -103,16 +104,21 @@ TEST(Command, SignalsEndItAtOnceWithNothingLeftBehind) {
         // in a folder that another conversion has left
         "( : >pipe & ); exec scan695 -j 1 -q -o . pipe big.abs",
     };
+    constexpr int ATTEMPTS = 20;
     for (const char* mode : modes) {
         for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-            const HeldUp held(mode);
-            Sleep(20);
-            const auto start = Clock::now();
-            kill(held.process, number);
-            EXPECT_EQ(held.sandbox->Wait(held.process), 128 + number) << mode;
-            EXPECT_LT(Clock::now() - start, std::chrono::seconds(1)) << mode;
-            EXPECT_NE(kill(held.child, 0), 0) << mode;
-            EXPECT_EQ(held.sandbox->Files(), held.before) << mode;
+            bool is_late = true;
+            for (int i = 0; i < ATTEMPTS && is_late; ++i) {
+                const HeldUp held(mode);
+                Sleep(20);
+                const auto start = Clock::now();
+                kill(held.process, number);
+                EXPECT_EQ(held.sandbox->Wait(held.process), 128 + number) << mode;
+                is_late = Clock::now() - start > std::chrono::milliseconds(200);
+                EXPECT_NE(kill(held.child, 0), 0) << mode;
+                EXPECT_EQ(held.sandbox->Files(), held.before) << mode;
+            }
+            EXPECT_FALSE(is_late) << mode;
         }
     }
 }
@@ -152,7 +158,7 @@ TEST(Command, ShowsOnATerminalThatALongRunMoves) {
     char bytes[1000];
     pollfd end = {terminal, POLLIN, 0};
     // Until one line has given way to the next.
-    while (shown.find(" s\r") == std::string::npos && poll(&end, 1, 20000) == 1) {
+    while (shown.find(" s\r") == std::string::npos && poll(&end, 1, 60000) == 1) {
         const ssize_t count = read(terminal, bytes, sizeof bytes);
         if (count <= 0) break;
         shown.append(bytes, static_cast<size_t>(count));

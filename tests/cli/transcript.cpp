@@ -1,6 +1,7 @@
 #include "tests/cli/transcript.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -127,6 +128,8 @@ pid_t Sandbox::Start(const std::string& command) const {
     open_as(0, "/dev/null", O_RDONLY);
     open_as(1, streams_ / "out", O_WRONLY | O_CREAT | O_TRUNC);
     open_as(2, streams_ / "err", O_WRONLY | O_CREAT | O_TRUNC);
+    for (const int number : {SIGHUP, SIGINT, SIGTERM})
+        signal(number, SIG_DFL);  // whatever runs the tests in the background ignores some
     for (const unsigned long capability : {1, 2})
         prctl(PR_CAPBSET_DROP, capability);  // permissions hold for root as well
     const std::string path =
