@@ -17,15 +17,15 @@ void ForEachDifference(const Image& a, uint64_t at_a, const Image& b, uint64_t a
                        Use use) {
     a.stretches().Split(at_a, at_a + size, [&](uint64_t from, uint64_t to, size_t block_a) {
         const uint64_t shifted = from - at_a + at_b;
-        const auto compare = [&](uint64_t first, uint64_t behind, size_t block_b) {
-            const uint64_t begin = first - at_b + at_a;
-            const uint64_t end = begin + (behind - first);
+        const auto compare = [&](uint64_t piece, uint64_t piece_end, size_t block_b) {
+            const uint64_t begin = piece - at_b + at_a;
+            const uint64_t end = begin + (piece_end - piece);
             const bool has_a = block_a != Stretches::NOBODY;
             const bool has_b = block_b != Stretches::NOBODY;
             if (has_a != has_b) use(begin, end);
             if (!has_a || !has_b) return;
             const std::string_view x = a.BytesOf(begin, end, block_a);
-            const std::string_view y = b.BytesOf(first, behind, block_b);
+            const std::string_view y = b.BytesOf(piece, piece_end, block_b);
             if (x == y) return;
             for (size_t i = 0; i < x.size(); ++i)
                 if (x[i] != y[i]) use(begin + i, begin + i + 1);
