@@ -42,7 +42,7 @@ std::string EscapedWord(const std::string& word, const std::vector<std::string>&
         std::string behind = word.substr(at + name.size());
         const bool is_plural = behind.starts_with("s");
         if (behind.size() > is_plural && IsLetter(behind[is_plural])) continue;
-        return word.substr(0, at) + "\\fI" + name + "\\fP" + behind;
+        return word.substr(0, at).append("\\fI").append(name).append("\\fP").append(behind);
     }
     std::string escaped;
     for (size_t i = 0; i < word.size(); ++i) {

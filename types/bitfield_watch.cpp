@@ -1,7 +1,5 @@
 #include "types/bitfield_watch.h"
 
-#include <cstddef>
-
 #include "store/tables.h"
 #include "store/type_records.h"
 
@@ -10,7 +8,6 @@ namespace scan695 {
 namespace {
 
 constexpr uint32_t ELEMENT = sizeof(FIELDINFO);
-constexpr uint32_t TYPE_INDEX_AT = offsetof(FIELDINFO, type_index);
 constexpr uint32_t LONGEST_LIST = UINT16_MAX * ELEMENT;  // bytes that a record can claim
 
 }  // namespace

@@ -12,8 +12,6 @@ namespace scan695 {
 
 namespace {
 
-constexpr uint32_t TYPE_INDEX_AT = offsetof(FIELDINFO, type_index);
-
 // The standard heaps have their largest element on top; ours their smallest.
 template <class Element>
 void PushSmallest(std::vector<Element>& heap, const Element& element) {

@@ -2,6 +2,7 @@
 // in the image, each with one.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "store/records.h"
@@ -13,6 +14,9 @@ const uint32_t* OwnReference(const TYPEINFO& record);
 inline uint32_t* OwnReference(TYPEINFO& record) {
     return const_cast<uint32_t*>(OwnReference(static_cast<const TYPEINFO&>(record)));
 }
+
+// Where the type index stands in an element of a list.
+inline constexpr uint32_t TYPE_INDEX_AT = offsetof(FIELDINFO, type_index);
 
 struct ReferenceList {
     uint32_t offset = 0;   // in the image
